@@ -1,0 +1,84 @@
+#include "core/display.h"
+
+#include "gfx/frame_buffer.h"
+#include "platform/router.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <linux/netlink.h>
+#include <unistd.h>
+
+struct FrameMessage {
+    nlmsghdr header;
+    uint8_t frame[LCD_FRAME_BYTES];
+};
+static_assert(sizeof(FrameMessage) == 1040, "the driver takes messages of this size alone");
+
+/* Asked once: the daemon never forks itself, and every frame carries the id twice. */
+static uint32_t own_port()
+{
+    static uint32_t port;
+    if (port == 0)
+        port = static_cast<uint32_t>(getpid());
+    return port;
+}
+
+static bool create_lock()
+{
+    const int fd = router_open(LCD_LOCK_FILE, O_WRONLY | O_CREAT | O_TRUNC);
+    if (fd < 0)
+        return false;
+    close(fd);
+    return router_exists(LCD_LOCK_FILE);
+}
+
+static bool send_frame(int fd, const uint8_t *frame)
+{
+    if (router_display_bind(fd, own_port()) < 0) {
+        printf("write_lcd_data: bind() error\n");
+        return false;
+    }
+    FrameMessage *message = static_cast<FrameMessage *>(malloc(sizeof *message));
+    if (!message) {
+        printf("write_lcd_data: malloc error\n");
+        return false;
+    }
+    message->header = {};
+    message->header.nlmsg_len = sizeof *message;
+    message->header.nlmsg_type = LCD_MSG_TYPE;
+    message->header.nlmsg_pid = own_port();
+    memcpy(message->frame, frame, LCD_FRAME_BYTES);
+    router_display_send(fd, message, sizeof *message);
+    free(message);
+    return true;
+}
+
+int write_lcd_data(const uint8_t *frame)
+{
+    if (router_exists(LCD_LOCK_FILE)) {
+        printf("write_lcd_data: write protect check failed, return\n");
+        return -1;
+    }
+    if (!create_lock()) {
+        printf("write_lcd_data: write protect failed, return\n");
+        return -1;
+    }
+    bool sent = false;
+    const int fd = router_display_socket();
+    if (fd < 0 || !frame)
+        printf("write_lcd_data: can not create a netlink socket\n");
+    else
+        sent = send_frame(fd, frame);
+    if (fd >= 0)
+        close(fd);
+    router_remove(LCD_LOCK_FILE);
+    return sent ? 0 : -1;
+}
+
+int showScreen()
+{
+    setReverseDisplay(0, LCD_HEIGHT - 1, LCD_HEIGHT, LCD_WIDTH);
+    return write_lcd_data(screenBuffer);
+}
