@@ -1,0 +1,30 @@
+/* The language packs: the text of the current one by number, and the languages by id, nvram code and file. */
+#pragma once
+
+constexpr int TEXT_COUNT = 150;            // texts of a pack
+constexpr int LANGUAGE_PACK_BYTES = 8344;  // bytes of a pack's texts, terminators included
+
+/* Where each text of the current pack begins; null when none is loaded. Other programs know it by this name. */
+extern const char *ml_local_str[TEXT_COUNT];
+
+/* Loads the pack of language `id` (0..8). A failure is reported on standard output: an unknown id, a missing file or a
+ * file without byte-order mark leave the language as it was; a pack with too few texts becomes current and empty. */
+void load_language(int id);
+
+/* Text number `index` of the current pack; "" when there is none. Valid until the next load_language. Never null. */
+const char *ml_str(int index);
+
+/* Id of the pack last loaded, 0 at start. */
+int get_current_language();
+
+/* Whether the current language is written in the tall wide glyphs (Traditional Chinese, Japanese, Korean). */
+bool is_wide_language();
+
+/* The id of an nvram code ("en"); 0 for null and unknown codes. */
+int get_lang_id_by_nvram(const char *code);
+
+/* The nvram code of an id; "en" when unknown. */
+const char *get_lang_nvram_value_by_id(int id);
+
+/* The pack's file name of an id; "unknown" when unknown. */
+const char *get_lang_file_by_id(int id);
