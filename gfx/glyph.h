@@ -1,0 +1,17 @@
+/* The glyphs of the three fonts: font 1 for texts, 2 and 3 for large digits. */
+#pragma once
+
+struct Utf8Char;
+
+constexpr int GLYPH_NAME_BYTES = 16;
+
+/* The name under which loadBitmap finds a character's glyph in `font`, written to `nameBuffer` (GLYPH_NAME_BYTES).
+ * Returns `nameBuffer`. */
+char *getGlyphName(const Utf8Char *character, int font, char *nameBuffer);
+
+/* Loads the glyph of `character` and tells its height and width, the letter spacing of `font` (1..3) and the extra
+ * pixels between its lines, all in pixels. */
+void getFontInfo(const Utf8Char *character, int font, int *height, int *width, int *spacing, int *lineGap);
+
+/* 1 for a character that takes no letter spacing and after which a line may break: punctuation and the key glyphs. */
+int isBreakCharacter(const Utf8Char *character);
