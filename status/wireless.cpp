@@ -1,0 +1,31 @@
+#include "status/wireless.h"
+
+#include "core/command.h"
+#include "core/file.h"
+
+#include <cstdlib>
+#include <cstring>
+
+static constexpr const char *CHANNEL_COMMAND = "/sbin/iwlist ath0 channel  2> /dev/null";
+static constexpr int UNKNOWN_CHANNEL = 6;
+static constexpr const char *DIGITS = "0123456789";
+
+bool is_wireless_radio_on()
+{
+    return Setting("wifi_dot11_mode").text()[0] != '0';
+}
+
+int wl_auto_channel()
+{
+    if (!is_wireless_radio_on())
+        return UNKNOWN_CHANNEL;
+    const CommandOutput report(CHANNEL_COMMAND);
+    const char *current = report.text() ? strstr(report.text(), "Current Frequency") : nullptr;
+    const char *channel = current ? strstr(current, "Channel") : nullptr;
+    const char *number = channel ? strpbrk(channel, DIGITS) : nullptr;
+    if (!number)
+        return UNKNOWN_CHANNEL;
+    char digits[8] = {};
+    memcpy(digits, number, strnlen(number, sizeof digits - 1));
+    return atoi(digits);
+}
