@@ -1,0 +1,91 @@
+#include "tools/glyph_cells.h"
+
+#include "tools/glyph_widths.h"
+
+#include <algorithm>
+
+static constexpr int LATIN_BASELINE = 9;      // rows above the baseline: row 11 stays blank
+static constexpr int EAST_ASIAN_BASELINE = 10;
+static constexpr int DIGIT_WIDTH = 5;
+static constexpr int HALF_WIDTH_ADVANCE = 6;
+static constexpr int FULL_WIDTH = 11;         // columns of a cell; those with ink in the twelfth keep it
+
+namespace {
+struct Extent {
+    int first; // column of the first ink
+    int width; // 0: no ink
+};
+}
+
+/* The glyph with its ink from column `left` on, `baseline` of the `height` rows above the baseline. */
+static Picture on_rows(const FontGlyph &glyph, int left, int baseline, int height)
+{
+    Picture picture(std::max(left + glyph.ink.width(), 1), height);
+    for (int row = 0; row < glyph.ink.height(); ++row) {
+        for (int column = 0; column < glyph.ink.width(); ++column) {
+            if (glyph.ink.at(column, row))
+                picture.set(left + column, baseline - glyph.top + row);
+        }
+    }
+    return picture;
+}
+
+static Extent ink_extent(const Picture &picture)
+{
+    const auto has_ink = [&picture](int column) {
+        for (int row = 0; row < picture.height(); ++row) {
+            if (picture.at(column, row))
+                return true;
+        }
+        return false;
+    };
+    int first = 0;
+    int end = picture.width();
+    while (end > 0 && !has_ink(end - 1))
+        --end;
+    while (first < end && !has_ink(first))
+        ++first;
+    return {first, end - first};
+}
+
+/* The ink with `side` blank columns on each side; of a blank glyph, its advance less the spacing that follows. */
+static Picture trimmed(const Picture &picture, int advance, int side)
+{
+    const Extent ink = ink_extent(picture);
+    if (ink.width == 0)
+        return Picture(std::max(advance - 1, 1), picture.height());
+    return picture.columns(ink.first - side, ink.width + 2 * side);
+}
+
+static Picture centred(const Picture &picture, int width)
+{
+    const Extent ink = ink_extent(picture);
+    return picture.columns(ink.first - (width - ink.width + 1) / 2, width);
+}
+
+Picture latin_cell(char32_t c, const FontGlyph &glyph)
+{
+    const Picture picture = on_rows(glyph, 0, LATIN_BASELINE, GLYPH_HEIGHT);
+    if (c >= U'0' && c <= U'9')
+        return centred(picture, DIGIT_WIDTH);
+    return trimmed(picture, glyph.advance, is_break_character(c) ? 1 : 0);
+}
+
+Picture east_asian_cell(const FontGlyph &glyph)
+{
+    const Picture picture = on_rows(glyph, glyph.left, EAST_ASIAN_BASELINE, GLYPH_HEIGHT);
+    if (glyph.advance <= HALF_WIDTH_ADVANCE)
+        return trimmed(picture, glyph.advance, 0);
+    const Extent ink = ink_extent(picture);
+    return picture.columns(0, std::clamp(ink.first + ink.width, FULL_WIDTH, FULL_WIDTH + 1));
+}
+
+Picture digit_cell(const FontGlyph &glyph, int width, int height)
+{
+    return centred(on_rows(glyph, 0, height, height), width);
+}
+
+Picture mark_cell(const FontGlyph &glyph, int side, int height)
+{
+    return trimmed(on_rows(glyph, 0, height, height), glyph.advance, side);
+}

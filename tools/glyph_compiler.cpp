@@ -1,0 +1,83 @@
+#include "tools/glyph_compiler.h"
+
+#include "tools/glyph_sets.h"
+#include "tools/glyph_sources.h"
+#include "tools/glyph_widths.h"
+#include "tools/notice.h"
+#include "tools/output.h"
+#include "tools/po_file.h"
+#include "tools/problems.h"
+
+static constexpr const char *DOCUMENTS = "/usr/share/doc";
+static constexpr std::u32string_view NEVER_DRAWN = U"\t\n\f";
+static constexpr int BLOCK_KIB = 4; // of the file systems that give each file a block of its own
+
+/* Where each character was met first; "" for one that may go without a glyph. */
+using Characters = std::map<char32_t, std::string>;
+
+static void add_text(Characters &characters, const std::string &text, const std::string &place, Problems &problems)
+{
+    const std::optional<std::u32string> decoded = decode_utf8(panel_text(text));
+    if (!decoded)
+        problems.error(place, "the text is not UTF-8");
+    for (const char32_t c : decoded.value_or(U"")) {
+        if (NEVER_DRAWN.find(c) == std::u32string_view::npos)
+            characters.emplace(c, place);
+    }
+}
+
+static Characters wanted_characters(const GlyphJob &job, Problems &problems)
+{
+    Characters characters;
+    for (const std::string &file : job.texts) {
+        for (const PoEntry &entry : read_po_file(file, problems)) {
+            add_text(characters, entry.id, entry.place, problems);
+            add_text(characters, entry.text, entry.place, problems);
+        }
+    }
+    for (const char32_t c : glyph_set(job.set))
+        characters.emplace(c, "");
+    return characters;
+}
+
+static void write_text_glyphs(const Characters &characters, GlyphSources &sources, OutputFolder &output,
+                              Problems &problems)
+{
+    for (const auto &[c, place] : characters) {
+        if (const std::optional<Picture> picture = sources.text_glyph(c))
+            output.write(glyph_name(c, 1), bitmap_file(*picture));
+        else if (!place.empty())
+            problems.error(place, "no font has a glyph for " + character_name(c));
+    }
+}
+
+static void write_large_glyphs(GlyphSources &sources, OutputFolder &output)
+{
+    for (const int font : LARGE_FONTS) {
+        for (const auto &[c, picture] : sources.large_glyphs(font))
+            output.write(glyph_name(c, font), bitmap_file(picture));
+    }
+}
+
+std::string compile_glyphs(const GlyphJob &job, Problems &problems)
+{
+    Characters characters = wanted_characters(job, problems);
+    GlyphSources sources(job.fonts, job.own, job.with_chinese, problems);
+    if (problems.failed())
+        return "";
+    for (const auto &[c, picture] : sources.own_glyphs())
+        characters.emplace(c, "");
+
+    OutputFolder output(job.output);
+    write_text_glyphs(characters, sources, output, problems);
+    write_large_glyphs(sources, output);
+    const std::string notice = job.notice.empty() ? "" : notice_text(sources.packages(), DOCUMENTS, problems);
+    if (problems.failed())
+        return "";
+    if (!job.notice.empty())
+        write_file(job.notice, notice);
+    output.replace();
+    return std::to_string(output.files()) + " glyph files, " + std::to_string(output.bytes()) + " bytes; " +
+           std::to_string(output.files() * BLOCK_KIB) + " KiB where each file takes a block of " +
+           std::to_string(BLOCK_KIB) + " KiB";
+}

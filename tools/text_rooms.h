@@ -1,0 +1,23 @@
+/* Where the texts stand and the room that they have there. */
+#pragma once
+
+#include <span>
+
+enum class RoomKind {
+    FIXED,   // one line that is not drawn, or covers something, when it is wider
+    SCROLLS, // one line that scrolls when it is wider
+    TITLE,   // one line; a TAB sends what follows to the right end, and then both parts must fit
+    PAGE,    // wrapped into lines; the widths are those of the longest word
+};
+
+/* Texts as a screen composes them: "{14-25} 30" is each of the texts 14 to 25 followed by " 30"; "{33,34}" is either. */
+struct TextRoom {
+    const char *pattern;
+    RoomKind kind;
+    int narrow; // pixels; 0: the text does not stand there
+    int wide;   // the same in Traditional Chinese, Japanese and Korean
+    int bytes;  // what the buffer of its screen or widget holds, without the terminator
+};
+
+/* Every text that a pack holds stands in at least one room. */
+std::span<const TextRoom> text_rooms();
