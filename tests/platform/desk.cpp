@@ -1,0 +1,94 @@
+#include "platform/desk/root.h"
+#include "platform/router.h"
+#include "tests/platform/desk_folder.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+/* Starts the daemon's platform on the root folder `name`; null: none. */
+static void start_on(const char *name)
+{
+    name ? setenv("PANEL_ROOT", name, 1) : unsetenv("PANEL_ROOT");
+    router_start_tick(nullptr);
+}
+
+TEST(DeskRootDeathTest, RefusesToStartWithoutAFolderOfItsOwn)
+{
+    /* Death tests run before all others: no root is open yet. */
+    for (const char *name : {static_cast<const char *>(nullptr), "", "/", "/nowhere", "/dev/null"})
+        EXPECT_EXIT(start_on(name), testing::ExitedWithCode(1), "PANEL_ROOT");
+}
+
+class Desk : public testing::Test {
+protected:
+    const std::filesystem::path &root = desk_folder();
+};
+
+TEST_F(Desk, FilesLieBelowTheRoot)
+{
+    const int fd = router_open("/tmp/file", O_WRONLY | O_CREAT);
+    EXPECT_EQ(fcntl(fd, F_GETFD), FD_CLOEXEC);
+    close(fd);
+    EXPECT_TRUE(std::filesystem::exists(root / "tmp/file"));
+    EXPECT_TRUE(router_exists("/tmp/file"));
+    EXPECT_EQ(router_remove("/tmp/file"), 0);
+    EXPECT_FALSE(router_exists("/tmp/file"));
+}
+
+TEST_F(Desk, OpeningAFifoNeverWaits)
+{
+    ASSERT_EQ(mkfifo((root / "tmp/fifo").c_str(), 0600), 0);
+    EXPECT_EQ(router_open("/tmp/fifo", O_WRONLY), -1);
+    EXPECT_EQ(errno, ENXIO);
+    const int reader = router_open("/tmp/fifo", O_RDONLY);
+    char byte;
+    EXPECT_EQ(read(reader, &byte, 1), 0);
+    close(reader);
+}
+
+TEST_F(Desk, CommandsReachTheRootAlone)
+{
+    write_file(root / "sbin/rc", "#!/bin/sh\necho $PANEL_ROOT $* > \"$PANEL_ROOT/tmp/rc\"\necho done\n");
+    std::filesystem::permissions(root / "sbin/rc", std::filesystem::perms::owner_all);
+    FILE *stream = router_popen("rc wireless restart");
+    ASSERT_NE(stream, nullptr);
+    char line[16];
+    EXPECT_STREQ(fgets(line, sizeof line, stream), "done\n");
+    EXPECT_EQ(router_pclose(stream), 0);
+    EXPECT_EQ(read_file(root / "tmp/rc"), root.string() + " wireless restart\n");
+    EXPECT_EQ(router_system("/sbin/rc > /tmp/out"), 0);
+    EXPECT_EQ(read_file(root / "tmp/out"), "done\n");
+    for (const char *workstation : {"ls 2> /dev/null", "/bin/ls 2> /dev/null"})
+        EXPECT_NE(router_system(workstation), 0);
+    const std::string endless(1 << 20, 'x');
+    EXPECT_EQ(router_system(endless.c_str()), -1);
+    EXPECT_EQ(router_popen(endless.c_str()), nullptr);
+}
+
+TEST_F(Desk, FramesReachWhoeverListens)
+{
+    std::string frame(1040, '\0');
+    for (size_t i = 0; i < frame.size(); i++)
+        frame[i] = static_cast<char>(i * 7);
+    const int sender = router_display_socket();
+    EXPECT_EQ(router_display_bind(sender, 1234), 0);
+    EXPECT_EQ(router_display_send(sender, frame.data(), frame.size()), 1040) << "nobody listens";
+
+    const int listener = socket(AF_UNIX, SOCK_DGRAM, 0);
+    sockaddr_un address = {};
+    address.sun_family = AF_UNIX;
+    snprintf(address.sun_path, sizeof address.sun_path, "/proc/self/fd/%d/run/lcd", desk_root());
+    ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
+    for (int i = 0; i < 2000; i++)
+        ASSERT_EQ(router_display_send(sender, frame.data(), frame.size()), 1040) << "a full listener";
+    std::string received(2000, '\0');
+    received.resize(static_cast<size_t>(recv(listener, received.data(), received.size(), MSG_DONTWAIT)));
+    EXPECT_EQ(received, frame);
+    close(listener);
+    close(sender);
+}

@@ -1,0 +1,34 @@
+/* Programs run by the tests of the scenario player. */
+#pragma once
+
+#include "tests/support/test_root.h"
+
+#include <iterator>
+#include <sys/wait.h>
+
+struct ProgramRun {
+    int status; // -1: ended by a signal
+    std::string out, err;
+};
+
+inline std::string read_back(const std::filesystem::path &path)
+{
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+/* Runs a shell command; what it prints goes through files beside the folders of `root`. */
+inline ProgramRun run(const TestRoot &root, const std::string &command)
+{
+    const std::filesystem::path out = root.path("/out"), err = root.path("/err");
+    const int status = std::system(("(" + command + ") > " + out.string() + " 2> " + err.string()).c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_back(out), read_back(err)};
+}
+
+/* Plays `script` from standard input on the router below `root`. */
+inline ProgramRun play(const TestRoot &root, std::string_view script, const std::string &options = "")
+{
+    root.write("/script", script);
+    return run(root, BUILT_BIN "/panel-replay --root " + root.path("/").string() + " " + options + " < " +
+                         root.path("/script").string());
+}
