@@ -1,0 +1,18 @@
+/* Small text files, whole. */
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace sim {
+
+/* All that `path` holds; nothing when it cannot be read. */
+std::optional<std::string> read_file(const std::filesystem::path &path);
+
+/* Puts a new file with `text` in the place of `path`: a reader gets the old text or the new one, never a part. Writers
+ * of one path must take turns. Throws std::system_error. */
+void write_file(const std::filesystem::path &path, std::string_view text);
+
+} // namespace sim

@@ -1,0 +1,163 @@
+/* panel-sim: the simulated router with its web panel. */
+#include "sim/panel_server.h"
+#include "sim/router.h"
+#include "sim/spawn.h"
+
+#include <algorithm>
+#include <charconv>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <getopt.h>
+#include <stdexcept>
+#include <sys/resource.h>
+#include <sys/signalfd.h>
+
+namespace fs = std::filesystem;
+using namespace sim;
+
+static constexpr const char USAGE[] =
+    "Usage: panel-sim [OPTION]...\n"
+    "Runs the front panel on a simulated router and serves it as a web page on this machine alone.\n"
+    "\n"
+    "  --root DIR      the router's root folder, kept with its settings (else a temporary one)\n"
+    "  --assets DIR    folder with sbin/lcd_ml (else ../root beside this program's folder)\n"
+    "  --daemon PATH   the display daemon (else frontpaneld-desk beside this program)\n"
+    "  --port N        port of the page, or the next free one (8064); 0: any\n"
+    "  --speed N       how many times faster than real time, 1 to 100 (1)\n"
+    "  --no-browser    do not open the page\n"
+    "  --help          this text\n";
+
+struct Options {
+    fs::path root;
+    RootSources sources;
+    int port = 8064;
+    unsigned speed = 1;
+    bool browser = true;
+    bool help = false;
+};
+
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+static unsigned number(const char *option, std::string_view text, unsigned least, unsigned most)
+{
+    unsigned value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+    if (error != std::errc() || end != text.data() + text.size() || value < least || value > most)
+        throw UsageError("--" + std::string(option) + " takes a number from " + std::to_string(least) + " to " +
+                         std::to_string(most) + ", not \"" + std::string(text) + "\"");
+    return value;
+}
+
+static void take_option(Options &options, const std::string &name, const char *value)
+{
+    if (name == "root")
+        options.root = value;
+    else if (name == "assets")
+        options.sources.assets = value;
+    else if (name == "daemon")
+        options.sources.daemon = value;
+    else if (name == "port")
+        options.port = static_cast<int>(number("port", value, 0, UINT16_MAX));
+    else if (name == "speed")
+        options.speed = number("speed", value, 1, 100);
+    else if (name == "no-browser")
+        options.browser = false;
+    else
+        options.help = true;
+}
+
+static Options parse_options(int count, char **words)
+{
+    static const option known[] = {
+        {"root", required_argument, nullptr, 0},    {"assets", required_argument, nullptr, 0},
+        {"daemon", required_argument, nullptr, 0},  {"port", required_argument, nullptr, 0},
+        {"speed", required_argument, nullptr, 0},   {"no-browser", no_argument, nullptr, 0},
+        {"help", no_argument, nullptr, 0},          {},
+    };
+    const fs::path programs = fs::canonical("/proc/self/exe").parent_path();
+    Options options;
+    options.sources = {.assets = programs.parent_path() / "root",
+                       .daemon = programs / "frontpaneld-desk",
+                       .programs = programs / "panel-router-programs"};
+    int index = 0;
+    for (int found; (found = getopt_long(count, words, "", known, &index)) != -1;) {
+        if (found != 0)
+            throw UsageError("try --help");
+        take_option(options, known[index].name, optarg);
+    }
+    if (optind < count)
+        throw UsageError(std::string("no such option: ") + words[optind]);
+    return options;
+}
+
+static void check_sources(const RootSources &sources)
+{
+    if (!fs::is_directory(sources.assets / "sbin/lcd_ml"))
+        throw UsageError(sources.assets.string() + ": no folder sbin/lcd_ml with the panel's assets");
+    for (const fs::path &program : {sources.daemon, sources.programs})
+        if (!fs::is_regular_file(program) || access(program.c_str(), X_OK) < 0)
+            throw UsageError(program.string() + ": no program that can be run");
+}
+
+/* The signals that the router's loop waits for, kept from every thread. */
+static Fd block_signals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGCHLD})
+        sigaddset(&signals, signal);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    return Fd(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
+}
+
+/* Connections that a page leaves open must not keep the router's files from being written. */
+static void raise_file_limit()
+{
+    static constexpr rlim_t WANTED = 8192;
+    rlimit limit;
+    if (getrlimit(RLIMIT_NOFILE, &limit) == 0 && limit.rlim_cur < WANTED) {
+        limit.rlim_cur = std::min(WANTED, limit.rlim_max);
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+}
+
+static void open_page(const std::string &address)
+{
+    if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY"))
+        return;
+    for (const char *opener : {"/usr/bin/xdg-open", "/usr/local/bin/xdg-open"})
+        if (access(opener, X_OK) == 0) {
+            spawn({.arguments = {opener, address}, .environment = environment_with({}), .own = false});
+            return;
+        }
+}
+
+int main(int count, char **words)
+try {
+    std::setvbuf(stdout, nullptr, _IOLBF, 0);
+    const Options options = parse_options(count, words);
+    if (options.help) {
+        std::fputs(USAGE, stdout);
+        return 0;
+    }
+    check_sources(options.sources);
+    raise_file_limit();
+    const Fd signals = block_signals();
+    Router router(options.root, options.sources, options.speed);
+    const PanelServer server(router, options.port);
+    std::printf("The panel is at %s/ (Ctrl-C ends it). The router's root is %s\n", server.address().c_str(),
+                router.root().c_str());
+    if (options.browser)
+        open_page(server.address() + "/");
+    router.run(signals);
+    return 0;
+} catch (const UsageError &error) {
+    std::fprintf(stderr, "panel-sim: %s\n", error.what());
+    return 2;
+} catch (const std::exception &error) {
+    std::fprintf(stderr, "panel-sim: %s\n", error.what());
+    return 1;
+}

@@ -1,0 +1,115 @@
+#include "sim/root.h"
+
+#include "sim/files.h"
+#include "sim/router_files.h"
+#include "sim/settings.h"
+
+#include <cstdlib>
+#include <fcntl.h>
+#include <span>
+#include <stdexcept>
+#include <sys/file.h>
+
+namespace fs = std::filesystem;
+
+namespace sim {
+
+static constexpr const char *MARK_FILE = ".router-root"; // tells a router's root; locked by its simulator
+
+static constexpr const char *kept_folders[] = {"bin", "sbin", "usr/bin", "usr/sbin", "etc", "nvram", "run"};
+static constexpr const char *memory_folders[] = {"tmp", "var", "proc"};
+
+static constexpr const char *program_links[] = {
+    "bin/echo",  "bin/ps",  "bin/sleep", "sbin/5416regc", "sbin/iwlist", "sbin/reboot", "usr/sbin/network_status",
+    "usr/sbin/pc_monitor", "usr/sbin/rc",
+};
+
+struct InitialFile {
+    const char *path;
+    const char *text;
+};
+
+/* What the router's hardware and its surroundings are like. */
+static constexpr InitialFile kept_files[] = {
+    {"etc/interfaces", "wan0 203.0.113.25 255.255.255.0 00:1f:33:8a:5f:2a 1500\n"},
+    {REGISTER_FILE, "0x00bf0000\n"}, // the WAN port has link
+    {TRAFFIC_FILE, "down 1800000\nup 96000\n"},
+};
+
+/* What other programs of the firmware have left when the daemon starts. */
+static constexpr InitialFile memory_files[] = {
+    {"proc/wsc_pbc", ""},   // the wireless driver's pairing entry
+    {"tmp/wan_uptime", ""}, // there while the WAN connection is up
+};
+
+static fs::path make_temporary()
+{
+    std::string name = fs::temp_directory_path() / "panel-sim-XXXXXX";
+    if (!mkdtemp(name.data()))
+        fail(name);
+    return name;
+}
+
+/* Takes `dir` for this simulator alone: the memory folders are going to be emptied. */
+static Fd claim(const fs::path &dir)
+{
+    const fs::path mark = dir / MARK_FILE;
+    if (!fs::is_empty(dir) && !fs::exists(mark))
+        throw std::runtime_error(dir.string() + ": not empty, and no router root that panel-sim has made");
+    Fd lock(open(mark.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644));
+    if (!lock)
+        fail(mark);
+    if (flock(lock.get(), LOCK_EX | LOCK_NB) < 0)
+        throw std::runtime_error(dir.string() + ": another simulator runs on this root");
+    return lock;
+}
+
+static void link(const fs::path &target, const fs::path &name)
+{
+    fs::remove(name);
+    fs::create_symlink(fs::canonical(target), name);
+}
+
+static void write_all(const fs::path &dir, std::span<const InitialFile> files)
+{
+    for (const InitialFile &file : files)
+        write_file(dir / file.path, file.text);
+}
+
+Root::Root(const fs::path &dir, const RootSources &sources) : temporary_(dir.empty())
+{
+    if (!temporary_)
+        fs::create_directories(dir);
+    dir_ = fs::canonical(temporary_ ? make_temporary() : dir);
+    if (dir_.string().find(':') != std::string::npos)
+        throw std::runtime_error(dir_.string() + ": the daemon's PATH cannot hold a folder with a colon in its name");
+    lock_ = claim(dir_);
+    for (const char *folder : kept_folders)
+        fs::create_directories(dir_ / folder);
+    for (const char *name : program_links)
+        link(sources.programs, dir_ / name);
+    link(sources.daemon, dir_ / DAEMON_PROGRAM);
+    link(sources.assets / "sbin/lcd_ml", dir_ / "sbin/lcd_ml");
+    write_all(dir_, kept_files);
+    power_on();
+}
+
+Root::~Root()
+{
+    std::error_code ignored;
+    if (temporary_)
+        fs::remove_all(dir_, ignored);
+}
+
+void Root::power_on() const
+{
+    for (const char *folder : memory_folders) {
+        fs::remove_all(dir_ / folder);
+        fs::create_directories(dir_ / folder);
+    }
+    fs::create_directories(dir_ / SPEED_FOLDER);
+    write_all(dir_, memory_files);
+    restore_settings(dir_);
+}
+
+} // namespace sim

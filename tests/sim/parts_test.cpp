@@ -1,0 +1,57 @@
+#include "sim/clock.h"
+#include "sim/json.h"
+#include "sim/settings.h"
+#include "tests/sim/simulator.h"
+
+#include <fstream>
+
+using namespace std::chrono_literals;
+
+TEST(Json, EscapesWhatAStringCannotHold)
+{
+    const struct {
+        std::string text, json;
+    } cases[] = {
+        {"", "\"\""},
+        {"a\"b\\c\n\x01", "\"a\\\"b\\\\c\\u000a\\u0001\""},
+        {"\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80", "\"\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80\""},
+        {"\xff", "\"\xef\xbf\xbd\""},
+        {"\xe2\x82", "\"\xef\xbf\xbd\xef\xbf\xbd\""},              // cut
+        {"\xc0\xaf", "\"\xef\xbf\xbd\xef\xbf\xbd\""},              // longer than need be
+        {"\xed\xa0\x80", "\"\xef\xbf\xbd\xef\xbf\xbd\xef\xbf\xbd\""}, // a surrogate
+    };
+    for (const auto &c : cases)
+        EXPECT_EQ(sim::json_string(c.text), c.json);
+}
+
+TEST(Settings, ReadsEachKeyOnceAndUndoesTheEscapes)
+{
+    const TestFolder folder;
+    std::filesystem::create_directory(folder.path() / "nvram");
+    std::ofstream(folder.path() / "nvram/running") << "a=1\na=2\nno equals sign\n=x\nb=two\\nlines\nc=\\q\nd=e=f";
+    const std::map<std::string, std::string> expected = {{"a", "1"}, {"b", "two\nlines"}, {"d", "e=f"}};
+    EXPECT_EQ(sim::read_settings(folder.path()), expected);
+}
+
+/* After a stall the missed ticks come, but not in a burst: pending signals of one kind count as one. */
+TEST(Clock, MakesUpForLateTicksWithoutABurst)
+{
+    constexpr unsigned SPEED = 100, TICKS = 100;
+    sim::Clock clock(SPEED);
+    std::vector<std::chrono::steady_clock::time_point> begins, ends;
+    std::atomic<bool> done = false;
+    const auto start = std::chrono::steady_clock::now();
+    clock.start([&](uint64_t tick) {
+        if (tick > TICKS)
+            return;
+        begins.push_back(std::chrono::steady_clock::now());
+        if (tick == 1)
+            std::this_thread::sleep_for(50ms);
+        ends.push_back(std::chrono::steady_clock::now());
+        done = tick == TICKS;
+    });
+    ASSERT_TRUE(eventually([&] { return done.load(); }));
+    EXPECT_GE(ends.back() - start, clock.lasting(TICKS));
+    for (size_t i = 1; i < TICKS; ++i)
+        EXPECT_GE(begins[i] - ends[i - 1], clock.lasting(1) / 2) << i;
+}

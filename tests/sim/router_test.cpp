@@ -1,0 +1,170 @@
+#include "platform/desk/settings_file.h"
+#include "tests/sim/simulator.h"
+
+#include <fstream>
+
+TEST(Router, TheCompanionPublishesTheLinks)
+{
+    Simulator simulator(1);
+    EXPECT_EQ(simulator.post("/link/internet/blink"), 204);
+    EXPECT_EQ(simulator.post("/link/lan/off"), 204);
+    EXPECT_EQ(simulator.post("/clients/12"), 204);
+    const auto holds = [&](const std::string &name, const std::string &line) {
+        return eventually([&] { return simulator.file("tmp/lcd/network_status/" + name) == line; });
+    };
+    EXPECT_TRUE(holds("internet", "internet blink\n"));
+    EXPECT_TRUE(holds("lan", "lan off\n"));
+    EXPECT_TRUE(holds("wan", "wan on\n"));
+    EXPECT_TRUE(holds("wireless_client", "wireless_client 12\n"));
+    EXPECT_TRUE(holds("speed/down", "1800000\n"));
+}
+
+/* The daemon's watchdog looks once in 60 s, not before tick 601. */
+TEST(Router, AKilledCompanionComesBackByTheWatchdog)
+{
+    Simulator simulator;
+    const pid_t killed = simulator.pid_of("network_status");
+    kill(killed, SIGKILL);
+    ASSERT_TRUE(eventually([&] { return simulator.pid_of("network_status") != killed; }));
+    EXPECT_EQ(simulator.post("/link/wan/off"), 204);
+    EXPECT_TRUE(eventually([&] { return simulator.file("tmp/lcd/network_status/wan") == "wan off\n"; }));
+    EXPECT_GT(simulator.ticks(), 600u);
+    EXPECT_EQ(simulator.file("tmp/lcd/lcd_debug_process"), "network_status\n");
+}
+
+TEST(Router, RebootBringsTheCommittedSettingsBack)
+{
+    Simulator simulator(1);
+    const std::string running = simulator.root() / "nvram/running", committed = simulator.root() / "nvram/committed";
+    const auto has = [&](const std::string &text) { return simulator.state().find(text) != std::string::npos; };
+    ASSERT_EQ(settings_set({AT_FDCWD, running.c_str()}, "wifi_channel", "11"), 0);
+    ASSERT_EQ(settings_copy({AT_FDCWD, running.c_str()}, {AT_FDCWD, committed.c_str()}), 0);
+    ASSERT_EQ(settings_set({AT_FDCWD, running.c_str()}, "wifi_ssid", "lost"), 0);
+    EXPECT_TRUE(has("\"wifi_ssid\":\"lost\""));
+    std::ofstream(simulator.root() / "tmp/left") << "in memory";
+    std::ofstream(simulator.root() / "var/is_default_for_lcd") << "in memory";
+    const pid_t daemon = simulator.pid_of("frontpaneld"), companion = simulator.pid_of("network_status");
+
+    simulator.run("sbin/reboot");
+    EXPECT_TRUE(eventually([&] {
+        return simulator.pid_of("frontpaneld") > 0 && simulator.pid_of("frontpaneld") != daemon &&
+               simulator.pid_of("network_status") > 0 && simulator.pid_of("network_status") != companion;
+    }));
+    EXPECT_TRUE(has("\"wifi_ssid\":\"Home network\""));
+    EXPECT_TRUE(has("\"wifi_channel\":\"11\""));
+    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "tmp/left"));
+    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "var/is_default_for_lcd"));
+}
+
+TEST(Router, ADeadDaemonIsStartedAgainAmidItsCompanions)
+{
+    Simulator simulator;
+    const pid_t daemon = simulator.pid_of("frontpaneld"), companion = simulator.pid_of("network_status");
+    std::ofstream(simulator.root() / "tmp/lcd/lcd_wp") << "";
+    kill(daemon, SIGKILL);
+    EXPECT_TRUE(eventually([&] {
+        const pid_t next = simulator.pid_of("frontpaneld");
+        return next > 0 && next != daemon;
+    }));
+    EXPECT_EQ(simulator.pid_of("network_status"), companion);
+    EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(simulator.root() / "tmp/lcd/lcd_wp"); }));
+}
+
+TEST(Router, NothingIsLeftAtTheEnd)
+{
+    for (const int signal : {SIGTERM, SIGINT, SIGKILL}) {
+        Simulator simulator;
+        kill(simulator.pid_of("frontpaneld"), SIGKILL); // the next one has another process group
+        simulator.end(signal);
+        EXPECT_TRUE(eventually([&] { return sim::router_processes(simulator.root()).empty(); })) << signal;
+    }
+}
+
+TEST(Router, TheTemporaryRootGoesAtTheEnd)
+{
+    const TestFolder folder;
+    const std::filesystem::path log = folder.path() / "log";
+    const pid_t pid = start_panel_sim({"--port", "0"}, log);
+    const auto printed = [&] { return sim::read_file(log).value_or(""); };
+    ASSERT_TRUE(eventually([&] { return printed().find('\n') != std::string::npos; }));
+    const std::string line = printed().substr(0, printed().find('\n'));
+    const std::filesystem::path root = line.substr(line.rfind(' ') + 1);
+    EXPECT_TRUE(std::filesystem::exists(root / "sbin/lcd_ml")) << line;
+    kill(pid, SIGTERM);
+    EXPECT_EQ(end_of(pid), 0);
+    EXPECT_FALSE(std::filesystem::exists(root));
+}
+
+TEST(Router, ProgramsAnswerAsTheDaemonExpects)
+{
+    Simulator simulator;
+    EXPECT_EQ(simulator.run("bin/echo network_status  two"), "network_status two\n");
+    const std::string channel = simulator.run("sbin/iwlist ath0 channel");
+    EXPECT_NE(channel.find("Current Frequency:2.437 GHz (Channel 6)"), std::string::npos) << channel;
+    const std::string list = simulator.run("bin/ps -e");
+    for (const char *program : {"frontpaneld", "network_status", "pc_monitor", "ps"})
+        EXPECT_NE(list.find(program), std::string::npos) << list;
+    EXPECT_EQ(list.find("panel-sim"), std::string::npos) << list;
+    const unsigned long before = simulator.ticks();
+    simulator.run("bin/sleep 10");
+    EXPECT_GE(simulator.ticks() - before, 100u);
+    simulator.run("usr/sbin/rc wireless restart");
+    EXPECT_TRUE(eventually([&] { return simulator.printed().find("rc wireless restart\n") != std::string::npos; }));
+}
+
+TEST(Router, TheRegisterSwitchesTheBacklightAndTellsThePort)
+{
+    Simulator simulator(1);
+    const auto lit = [&](const char *value) {
+        return eventually([&] { return simulator.state().find("\"lit\":" + std::string(value)) != std::string::npos; });
+    };
+    EXPECT_TRUE(lit("true"));
+    simulator.run("sbin/5416regc 0x4048=0xfff8000");
+    EXPECT_TRUE(lit("false"));
+    EXPECT_EQ(simulator.run("sbin/5416regc 0x4048"), "5416:4048 0x00bf0000\n");
+    simulator.run("sbin/5416regc 0x4048=0xfff8001");
+    EXPECT_TRUE(lit("true"));
+}
+
+struct BadStart {
+    std::vector<std::string> options;
+    int status;
+    const char *message;
+};
+
+TEST(Router, RefusesABadStart)
+{
+    const TestFolder folder;
+    std::filesystem::create_directory(folder.path() / "tmp");
+    std::ofstream(folder.path() / "tmp/precious") << "mine";
+    const std::string here = folder.path();
+    const BadStart starts[] = {
+        {{"--speed", "0"}, 2, "--speed takes a number from 1 to 100"},
+        {{"--speed", "10x"}, 2, "\"10x\""},
+        {{"--port", "65536"}, 2, "--port takes"},
+        {{"--daemon", here + "/none"}, 2, "no program"},
+        {{"--assets", here}, 2, "sbin/lcd_ml"},
+        {{"--zoom", "3"}, 2, "--help"},
+        {{"extra"}, 2, "extra"},
+        {{"--root", here}, 1, "not empty"},
+        {{"--root", here + "/a:b"}, 1, "colon"},
+    };
+    for (const BadStart &start : starts) {
+        const std::filesystem::path log = folder.path() / "log";
+        const int status = end_of(start_panel_sim(start.options, log));
+        EXPECT_EQ(WEXITSTATUS(status), start.status) << start.message;
+        const std::string printed = sim::read_file(log).value_or("");
+        EXPECT_NE(printed.find(start.message), std::string::npos) << printed;
+        std::filesystem::remove(log);
+    }
+    EXPECT_EQ(sim::read_file(folder.path() / "tmp/precious"), "mine");
+}
+
+TEST(Router, OneSimulatorARoot)
+{
+    Simulator simulator(1);
+    const TestFolder folder;
+    const int status = end_of(start_panel_sim({"--root", simulator.root()}, folder.path() / "log"));
+    EXPECT_EQ(WEXITSTATUS(status), 1);
+    EXPECT_GT(simulator.pid_of("frontpaneld"), 0);
+}
