@@ -1,14 +1,13 @@
 #include "tools/charset.h"
 
 #include <array>
-#include <cerrno>
 #include <cstdio>
-#include <system_error>
+#include <stdexcept>
 
 Converter::Converter(const char *to, const char *from) : handle_(iconv_open(to, from))
 {
     if (handle_ == reinterpret_cast<iconv_t>(-1))
-        throw std::system_error(errno, std::generic_category(), std::string("no conversion from ") + from + " to " + to);
+        throw std::runtime_error(std::string("the C library does not convert from ") + from + " to " + to);
 }
 
 std::optional<std::string> Converter::convert(std::string_view bytes)

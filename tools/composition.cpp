@@ -1,20 +1,25 @@
 #include "tools/composition.h"
 
+#include "tools/panel_text.h"
+
+#include <algorithm>
 #include <charconv>
-#include <numeric>
 
 /* The numbers of "14-25,28". */
 static std::vector<std::size_t> parse_numbers(std::string_view list)
 {
     std::vector<std::size_t> numbers;
-    for (const char *at = list.begin(); at < list.end(); ++at) {
+    const char *const end = list.data() + list.size();
+    for (const char *at = list.data(); at < end;) {
         std::size_t first = 0;
-        at = std::from_chars(at, list.end(), first).ptr;
+        at = std::from_chars(at, end, first).ptr;
         std::size_t last = first;
-        if (at < list.end() && *at == '-')
-            at = std::from_chars(at + 1, list.end(), last).ptr;
+        if (at < end && *at == '-')
+            at = std::from_chars(at + 1, end, last).ptr;
         for (std::size_t number = first; number <= last; ++number)
             numbers.push_back(number);
+        if (at < end)
+            ++at;
     }
     return numbers;
 }
@@ -51,28 +56,5 @@ std::vector<Composition> compose(std::string_view pattern, const PackTexts &text
 
 std::string Composition::shown() const
 {
-    std::string visible;
-    for (const char c : text) {
-        switch (c) {
-        case '\t':
-            visible += " | ";
-            break;
-        case '\n':
-        case '\f':
-            visible += ' ';
-            break;
-        case 0x10:
-            visible += "→";
-            break;
-        case 0x11:
-            visible += "←";
-            break;
-        case 0x12:
-            visible += "↕";
-            break;
-        default:
-            visible += c;
-        }
-    }
-    return "text " + numbers + " (\"" + visible + "\")";
+    return "text " + numbers + " (\"" + visible_text(text) + "\")";
 }

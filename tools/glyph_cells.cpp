@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
-static constexpr int LATIN_BASELINE = 9;      // rows above the baseline: row 11 stays blank
-static constexpr int EAST_ASIAN_BASELINE = 10;
+static constexpr int LATIN_BASELINE = 9;       // rows above the baseline: no letter of ASCII reaches the last row
+static constexpr int EAST_ASIAN_BASELINE = 10; // the same where glyphs fill all rows
 static constexpr int DIGIT_WIDTH = 5;
 static constexpr int HALF_WIDTH_ADVANCE = 6;
-static constexpr int FULL_WIDTH = 11;         // columns of a cell; those with ink in the twelfth keep it
+static constexpr int FULL_WIDTH = 11;          // columns of a cell; one more where there is ink in it
 
 namespace {
 struct Extent {

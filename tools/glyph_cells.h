@@ -3,11 +3,11 @@
 
 #include "tools/bitmap_font.h"
 
-/* A letter of an alphabet in font 1: trimmed to its ink, on the Latin baseline. Digits are equally wide; punctuation,
- * beside which the panel puts no spacing, keeps a blank column on each side. */
+/* A letter in font 1: trimmed to its ink, on the Latin baseline. Digits are equally wide; punctuation, beside which the
+ * panel puts no spacing, keeps a blank column on each side. */
 Picture latin_cell(char32_t c, const FontGlyph &glyph);
 
-/* A glyph of an East Asian font in font 1: its whole cell, so that a text keeps its grid; half-width ones are trimmed. */
+/* A glyph of an East Asian font in font 1: its whole cell, so that texts keep their grid; trimmed if half as wide. */
 Picture east_asian_cell(const FontGlyph &glyph);
 
 /* A digit of a large font whose digits are `width` pixels wide and `height` high: in the middle of that cell. */

@@ -5,6 +5,7 @@
 #include "tools/glyph_widths.h"
 #include "tools/notice.h"
 #include "tools/output.h"
+#include "tools/panel_text.h"
 #include "tools/po_file.h"
 #include "tools/problems.h"
 

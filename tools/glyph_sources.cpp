@@ -5,35 +5,27 @@
 #include "tools/problems.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cstdlib>
 
 namespace fs = std::filesystem;
 
 namespace {
 struct FontFile {
-    const char *source; // the name of the source here
+    FontId id;
     const char *file;
     const char *package;
 };
 }
 
-static constexpr const char *LATIN = "Latin";
-static constexpr const char *LATIN_9 = "Latin 9";
-static constexpr const char *EXTENDED = "extended Latin";
-static constexpr const char *ASIAN = "East Asian";
-static constexpr const char *CHINESE = "Chinese";
-static constexpr const char *KOREAN = "Korean";
-static constexpr const char *LARGE_SOURCES[] = {"digits 2", "digits 3"};
-
 static constexpr FontFile font_files[] = {
-    {LATIN, "misc/mplus_h10r.pcf.gz", "xfonts-mplus"},
-    {LATIN_9, "misc/mplus_h10r-euro.pcf.gz", "xfonts-mplus"},
-    {EXTENDED, "75dpi/helvR08.pcf.gz", "xfonts-75dpi"},
-    {ASIAN, "misc/b12.pcf.gz", "xfonts-efont-unicode"},
-    {CHINESE, "misc/wenquanyi_9pt.pcf", "xfonts-wqy"},
-    {KOREAN, "misc/12x13ja.pcf.gz", "xfonts-base"},
-    {LARGE_SOURCES[0], "75dpi/helvB18.pcf.gz", "xfonts-75dpi"},
-    {LARGE_SOURCES[1], "75dpi/helvR24.pcf.gz", "xfonts-75dpi"},
+    {FontId::LATIN, "misc/mplus_h10r.pcf.gz", "xfonts-mplus"},
+    {FontId::LATIN_9, "misc/mplus_h10r-euro.pcf.gz", "xfonts-mplus"},
+    {FontId::LATIN_EXTENDED, "75dpi/helvR08.pcf.gz", "xfonts-75dpi"},
+    {FontId::ASIAN, "misc/b12.pcf.gz", "xfonts-efont-unicode"},
+    {FontId::CHINESE, "misc/wenquanyi_9pt.pcf", "xfonts-wqy"},
+    {FontId::HANGUL, "misc/12x13ja.pcf.gz", "xfonts-base"},
+    {FontId::DIGITS_2, "75dpi/helvB18.pcf.gz", "xfonts-75dpi"},
+    {FontId::DIGITS_3, "75dpi/helvR24.pcf.gz", "xfonts-75dpi"},
 };
 
 /* The file says that it is ISO 8859-1, but these codes are those of ISO 8859-15. */
@@ -45,11 +37,11 @@ GlyphSources::GlyphSources(const fs::path &fonts, const fs::path &own, bool with
     : to_japanese_("EUC-JP", "UTF-8")
 {
     for (const FontFile &font : font_files) {
-        if (font.source == CHINESE && !with_chinese)
+        if (font.id == FontId::CHINESE && !with_chinese)
             continue;
         const fs::path file = fonts / font.file;
         if (fs::exists(file))
-            sources_.emplace(font.source, Source{font.package, BitmapFont(file)});
+            sources_.emplace(font.id, Source{font.package, BitmapFont(file)});
         else
             problems.error(file, std::string("missing; the Debian package ") + font.package + " brings it");
     }
@@ -57,13 +49,11 @@ GlyphSources::GlyphSources(const fs::path &fonts, const fs::path &own, bool with
 }
 
 /* The code point in "U_0010"; nothing when the name is none. */
-static std::optional<char32_t> named_code_point(std::string_view name)
+static std::optional<char32_t> named_code_point(const std::string &name)
 {
-    unsigned value = 0;
-    const auto [stop, error] = std::from_chars(name.begin() + std::min<std::size_t>(2, name.size()), name.end(), value, 16);
-    if (error != std::errc() || glyph_name(value, 1) != name)
-        return std::nullopt;
-    return value;
+    const unsigned long value = name.size() > 2 ? std::strtoul(name.c_str() + 2, nullptr, 16) : 0;
+    const auto c = static_cast<char32_t>(value);
+    return glyph_name(c, 1) == name ? std::optional(c) : std::nullopt;
 }
 
 void GlyphSources::read_own_glyphs(const fs::path &folder, Problems &problems)
@@ -80,9 +70,9 @@ void GlyphSources::read_own_glyphs(const fs::path &folder, Problems &problems)
     }
 }
 
-std::optional<FontGlyph> GlyphSources::take(const char *source, char32_t code)
+std::optional<FontGlyph> GlyphSources::take(FontId id, char32_t code)
 {
-    const auto found = sources_.find(source);
+    const auto found = sources_.find(id);
     if (found == sources_.end())
         return std::nullopt;
     std::optional<FontGlyph> glyph = found->second.font.glyph(code);
@@ -94,12 +84,12 @@ std::optional<FontGlyph> GlyphSources::take(const char *source, char32_t code)
 std::optional<FontGlyph> GlyphSources::latin_glyph(char32_t c)
 {
     if (c < 0x100)
-        return take(LATIN, c);
+        return take(FontId::LATIN, c);
     const auto latin_9 = std::ranges::find(latin_9_codes, c, &std::pair<char32_t, char32_t>::first);
     if (latin_9 != std::end(latin_9_codes))
-        return take(LATIN_9, latin_9->second);
+        return take(FontId::LATIN_9, latin_9->second);
     const bool extended = c < 0x250 || (c >= 0x2010 && c < 0x2040) || c == U'™';
-    return extended ? take(EXTENDED, c) : std::nullopt;
+    return extended ? take(FontId::LATIN_EXTENDED, c) : std::nullopt;
 }
 
 /* Characters that Japanese has keep their Japanese shapes. */
@@ -108,12 +98,12 @@ std::optional<FontGlyph> GlyphSources::east_asian_glyph(char32_t c)
     constexpr std::size_t jis_x_0208_bytes = 2;
     const bool han = c >= 0x3400 && c < 0xA000;
     if (han && to_japanese_.convert(encode_utf8({&c, 1})).value_or("").size() != jis_x_0208_bytes) {
-        if (const std::optional<FontGlyph> glyph = take(CHINESE, c))
+        if (const std::optional<FontGlyph> glyph = take(FontId::CHINESE, c))
             return glyph;
     }
-    if (const std::optional<FontGlyph> glyph = take(ASIAN, c))
+    if (const std::optional<FontGlyph> glyph = take(FontId::ASIAN, c))
         return glyph;
-    return take(KOREAN, c);
+    return take(FontId::HANGUL, c);
 }
 
 std::optional<Picture> GlyphSources::text_glyph(char32_t c)
@@ -135,7 +125,7 @@ std::optional<Picture> GlyphSources::text_glyph(char32_t c)
 
 std::map<char32_t, Picture> GlyphSources::large_glyphs(int font)
 {
-    const char *const source = LARGE_SOURCES[font - LARGE_FONTS[0]];
+    const FontId source = font == 2 ? FontId::DIGITS_2 : FontId::DIGITS_3;
     const int side = font - 1; // blank columns on each side of point and colon
     std::map<char32_t, FontGlyph> glyphs;
     int width = 0;

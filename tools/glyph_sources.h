@@ -12,6 +12,8 @@ class Problems;
 
 constexpr int LARGE_FONTS[] = {2, 3}; // fonts of large digits
 
+enum class FontId { LATIN, LATIN_9, LATIN_EXTENDED, ASIAN, CHINESE, HANGUL, DIGITS_2, DIGITS_3 };
+
 class GlyphSources {
 public:
     /* Reads the own drawings in `own` and opens the font files below `fonts`; what is missing is reported. Without the
@@ -37,12 +39,12 @@ private:
         BitmapFont font;
     };
 
-    std::optional<FontGlyph> take(const char *source, char32_t code);
+    std::optional<FontGlyph> take(FontId id, char32_t code);
     std::optional<FontGlyph> latin_glyph(char32_t c);
     std::optional<FontGlyph> east_asian_glyph(char32_t c);
     void read_own_glyphs(const std::filesystem::path &folder, Problems &problems);
 
-    std::map<std::string, Source> sources_;
+    std::map<FontId, Source> sources_;
     std::map<char32_t, Picture> own_;
     std::set<std::string> packages_;
     Converter to_japanese_;

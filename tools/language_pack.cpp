@@ -1,6 +1,7 @@
 #include "tools/language_pack.h"
 
 #include "lang/text_id.h"
+#include "tools/panel_text.h"
 #include "tools/problems.h"
 
 #include <charconv>
@@ -35,7 +36,8 @@ static EntryIndex index_entries(const std::string &file, const std::vector<PoEnt
         if (!number)
             problems.error(entry.place, "no text of a pack has the context \"" + entry.context + '"');
         else if (index[*number] != nullptr)
-            problems.error(entry.place, "text " + std::to_string(*number) + " stands already at " + index[*number]->place);
+            problems.error(entry.place,
+                           "text " + std::to_string(*number) + " stands already at " + index[*number]->place);
         else
             index[*number] = &entry;
     }

@@ -18,9 +18,10 @@ static constexpr const char *INTRODUCTION =
 static constexpr const char *CHINESE_PACKAGE = "xfonts-wqy";
 static constexpr const char *CHINESE_SOURCE =
     "\n"
-    "Glyphs of Chinese characters were taken from xfonts-wqy, which is under the GNU General Public License with a font\n"
-    "exception. Whoever receives them may have the source of the font, the Debian source package xfonts-wqy, and of the\n"
-    "program panel-make-glyphs that converted them, from whoever passed the glyphs on.\n";
+    "Glyphs of Chinese characters were taken from xfonts-wqy, which is under the GNU General Public\n"
+    "License with a font exception. Whoever receives them may have the source of the font, the Debian\n"
+    "source package xfonts-wqy, and of the program panel-make-glyphs that converted them, from whoever\n"
+    "passed the glyphs on.\n";
 
 struct Document {
     const char *package;

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/* Replaces `file` by `content`, making its folder where it is missing. Throws when that fails; the old file then stays. */
+/* Replaces `file` by `content` and makes its folder where it is missing. Throws when that fails; the old file stays. */
 void write_file(const std::filesystem::path &file, std::string_view content);
 
 /* A folder of files that takes the place of a former one at once: what the former one held is gone. */

@@ -5,9 +5,13 @@
 #include <iostream>
 
 static constexpr Option options[] = {
-    {"--set", Values::ONE, true},    {"--texts", Values::MANY, true},   {"--own", Values::ONE, true},
-    {"--fonts", Values::ONE, true},  {"--without-wqy", Values::NONE, false},
-    {"--output", Values::ONE, true}, {"--notice", Values::ONE, false},
+    {"--set", Values::ONE, true},
+    {"--texts", Values::MANY, true},
+    {"--own", Values::ONE, true},
+    {"--fonts", Values::ONE, true},
+    {"--without-wqy", Values::NONE, false},
+    {"--output", Values::ONE, true},
+    {"--notice", Values::ONE, false},
 };
 
 static void make_glyphs(const Arguments &arguments, Problems &problems)
@@ -28,7 +32,7 @@ static void make_glyphs(const Arguments &arguments, Problems &problems)
 
 int main(int argc, char **argv)
 {
-    const char *const usage = "panel-make-glyphs --set packs|base|asia|full --texts FILE.po... --own FOLDER --fonts FOLDER "
-                              "[--without-wqy] --output FOLDER [--notice FILE]";
+    const char *const usage = "panel-make-glyphs --set packs|base|asia|full --texts FILE.po... --own FOLDER "
+                              "--fonts FOLDER [--without-wqy] --output FOLDER [--notice FILE]";
     return run_tool({usage, options, make_glyphs}, argc, argv);
 }

@@ -21,6 +21,7 @@ static void make_pack(const Arguments &arguments, Problems &problems)
 
 int main(int argc, char **argv)
 {
-    const char *const usage = "panel-make-pack --template FILE.pot [--translation FILE.po] --bitmaps FOLDER --output FILE";
+    const char *const usage = "panel-make-pack --template FILE.pot [--translation FILE.po] --bitmaps FOLDER "
+                              "--output FILE";
     return run_tool({usage, options, make_pack}, argc, argv);
 }

@@ -57,7 +57,7 @@ static std::string row_fault(const std::vector<std::string> &rows, std::size_t r
     if (line.empty())
         return "the line is empty";
     if (line.size() != rows[0].size())
-        return "the line has " + std::to_string(line.size()) + " pixels, the first one " + std::to_string(rows[0].size());
+        return "a line of " + std::to_string(line.size()) + " pixels, the first has " + std::to_string(rows[0].size());
     if (line.size() > LCD_WIDTH || row >= LCD_HEIGHT)
         return "larger than the screen, " + std::to_string(LCD_WIDTH) + " x " + std::to_string(LCD_HEIGHT) + " pixels";
     return "";

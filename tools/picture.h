@@ -41,7 +41,7 @@ std::optional<Picture> read_text_art(const std::filesystem::path &file, Problems
 /* The text art files (*.txt) of a folder, in the order of their names. Throws when it cannot be read. */
 std::vector<std::filesystem::path> text_art_files(const std::filesystem::path &folder);
 
-/* The bitmap file of a picture: width and height, two bytes each, then its rows in whole bytes, the first bit leftmost. */
+/* The bitmap file of a picture: width and height, two bytes each, then its rows in whole bytes, leftmost bit first. */
 std::string bitmap_file(const Picture &picture);
 
 /* The name under which the panel looks up the bitmap drawn in `file`. */

@@ -2,7 +2,6 @@
 
 #include "tools/problems.h"
 
-#include <array>
 #include <charconv>
 #include <cstdlib>
 #include <fstream>
@@ -75,7 +74,7 @@ static bool has_nul(std::string_view line)
     return false;
 }
 
-/* The line of each context. The library tells no line of a message, and ends a text at a NUL: those are refused here. */
+/* The line of each context. The library tells no line of a message, and ends a text at a NUL: refused here. */
 static std::map<std::string, std::size_t> scan_lines(const std::filesystem::path &path, Problems &problems)
 {
     constexpr std::string_view keyword = "msgctxt \"";
@@ -119,16 +118,4 @@ std::vector<PoEntry> read_po_file(const std::filesystem::path &path, Problems &p
         entries.push_back({context, id, string_or_empty(po_message_msgstr(message)), fuzzy, place});
     }
     return entries;
-}
-
-std::string panel_text(std::string text)
-{
-    if (text == "(empty)")
-        return "";
-    static constexpr std::array<std::pair<std::string_view, char>, 3> arrows = {{{"→", 0x10}, {"←", 0x11}, {"↕", 0x12}}};
-    for (const auto &[arrow, glyph] : arrows) {
-        for (std::size_t at = text.find(arrow); at != std::string::npos; at = text.find(arrow, at))
-            text.replace(at, arrow.size(), 1, glyph);
-    }
-    return text;
 }

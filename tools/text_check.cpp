@@ -10,8 +10,8 @@
 
 #include <algorithm>
 
-static constexpr std::u32string_view CONTROL_CHARACTERS = U"\t\n\f\x10\x11\x12";
 static constexpr std::u32string_view LINE_BREAKS = U"\n\f";
+static constexpr std::u32string_view KEY_GLYPHS = U"\x10\x11\x12";
 static constexpr int TITLE_GAP = 5; // pixels between the two parts of a title
 static constexpr int PAGE_ROWS = 4; // most lines of a page
 
@@ -39,11 +39,13 @@ static bool is_line_break(char32_t c)
 /* Why a character cannot be drawn, or "". */
 static std::string character_fault(char32_t c, GlyphWidths &widths)
 {
-    if (c < U' ' && CONTROL_CHARACTERS.find(c) == std::u32string_view::npos)
+    if (c == U'\t' || is_line_break(c))
+        return "";
+    if (c < U' ' && KEY_GLYPHS.find(c) == std::u32string_view::npos)
         return "is a control character that the panel does not know";
     if (c > 0xFFFF)
         return "lies outside the Basic Multilingual Plane";
-    if (c != U'\t' && !is_line_break(c) && !widths.glyph(c))
+    if (!widths.glyph(c))
         return "has no glyph of " + std::to_string(GLYPH_HEIGHT) + " rows";
     return "";
 }
@@ -73,18 +75,14 @@ static std::string pixels_fault(const std::string &what, int width, int room)
 static void check_line(const Composition &line, std::u32string_view text, const TextRoom &room, int pixels,
                        const Check &check)
 {
-    const auto tabs = std::ranges::count(text, U'\t');
-    if (std::ranges::any_of(text, is_line_break) || tabs > (room.kind == RoomKind::TITLE ? 1 : 0)) {
-        check.problems.error(line.place, line.shown() + " has a line break or TAB where it cannot have one");
-        return;
-    }
-    const std::size_t tab = std::min(text.find(U'\t'), text.size());
+    const std::size_t tab = text.find(U'\t');
+    const bool parted = tab != std::u32string_view::npos;
     int width = check.widths.text(text.substr(0, tab));
-    if (tabs > 0)
+    if (parted)
         width += TITLE_GAP + check.widths.text(text.substr(tab + 1));
     if (width <= pixels)
         return;
-    if (room.kind == RoomKind::FIXED || tabs > 0)
+    if (room.kind == RoomKind::FIXED || parted)
         check.problems.error(line.place, pixels_fault(line.shown(), width, pixels));
     else
         check.problems.warning(line.place, pixels_fault(line.shown(), width, pixels) + " and will scroll");
@@ -128,23 +126,31 @@ static void check_page(const Composition &page, std::u32string_view text, int pi
                                              " lines, a page holds " + std::to_string(MAX_PAGE_LINES));
 }
 
+/* Only pages have line breaks, and only titles a TAB. */
+static bool has_misplaced_control(std::u32string_view text, RoomKind kind)
+{
+    const auto tabs = std::ranges::count(text, U'\t');
+    return tabs > (kind == RoomKind::TITLE ? 1 : 0) ||
+           (kind != RoomKind::PAGE && std::ranges::any_of(text, is_line_break));
+}
+
 static void check_room(const TextRoom &room, const PackTexts &texts, const Check &check)
 {
     const int pixels = check.layout.wide ? room.wide : room.narrow;
     if (pixels == 0)
         return;
     for (const Composition &composition : compose(room.pattern, texts)) {
-        const std::optional<std::u32string> text = decode_utf8(composition.text);
-        if (!text)
-            continue;
+        const std::u32string text = decode_utf8(composition.text).value_or(U"");
         if (composition.text.size() > static_cast<std::size_t>(room.bytes))
             check.problems.error(composition.place, composition.shown() + " has " +
                                                         std::to_string(composition.text.size()) +
                                                         " bytes, its buffer holds " + std::to_string(room.bytes));
-        if (room.kind == RoomKind::PAGE)
-            check_page(composition, *text, pixels, check);
+        if (has_misplaced_control(text, room.kind))
+            check.problems.error(composition.place, composition.shown() + " has a line break or TAB where none can be");
+        else if (room.kind == RoomKind::PAGE)
+            check_page(composition, text, pixels, check);
         else
-            check_line(composition, *text, room, pixels, check);
+            check_line(composition, text, room, pixels, check);
     }
 }
 

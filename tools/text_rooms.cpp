@@ -57,7 +57,8 @@ static constexpr TextRoom rooms[] = {
     {"{113}", RoomKind::FIXED, 54, 54, SCROLL_BYTES},
     {"{114}", RoomKind::FIXED, 40, 40, SCROLL_BYTES},
 
-    // The clock: its digits begin at column 69. In the wide languages date and marker share the top row.
+    // The clock: its digits begin at column 69. Date and marker share the top row of the wide languages, which alone
+    // have 145 to 147.
     {"{7-13}", RoomKind::FIXED, 64, 126, SCROLL_BYTES},
     {"{14-25} 30", RoomKind::FIXED, 64, 0, SCROLL_BYTES},
     {"{26,27}", RoomKind::FIXED, 58, 58, SCROLL_BYTES},

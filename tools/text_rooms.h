@@ -10,7 +10,7 @@ enum class RoomKind {
     PAGE,    // wrapped into lines; the widths are those of the longest word
 };
 
-/* Texts as a screen composes them: "{14-25} 30" is each of the texts 14 to 25 followed by " 30"; "{33,34}" is either. */
+/* Texts as a screen composes them: "{14-25} 30" is each of the texts 14 to 25 with " 30" behind, "{33,34}" either. */
 struct TextRoom {
     const char *pattern;
     RoomKind kind;

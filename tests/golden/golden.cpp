@@ -1,30 +1,23 @@
 /* Compares the pictures that the golden scenarios draw with their references.
  *
- *     golden --replay PROGRAM --assets ROOT --scenarios DIR --references DIR [--language CODE] [--report FILE] [--accept]
+ *     golden --replay PROGRAM --assets ROOT --scenarios DIR --references DIR [--report FILE] [--accept]
  *
- * A scenario names a picture by a comment "# picture NAME" right before an `art` command; its reference is NAME.txt, 64
- * lines of # and . in the folder of references. A picture that differs, one without a reference and a reference
- * without a picture all fail. --accept makes the references what the scenarios draw, the only way to change them. */
-#include <algorithm>
-#include <cstdio>
+ * The reference of a picture is NAME.txt, 64 lines of # and . in the folder of references. A picture that differs, one
+ * without a reference and a reference without a picture all fail. --accept makes the references what the scenarios
+ * draw, the only way to change them. */
+#include "tests/golden/pictures.h"
+
 #include <cstdlib>
-#include <filesystem>
+#include <exception>
 #include <fstream>
 #include <iostream>
-#include <map>
-#include <sstream>
-#include <string>
-#include <sys/wait.h>
-#include <vector>
 
 namespace fs = std::filesystem;
-using Picture = std::vector<std::string>;
 using Pictures = std::map<std::string, Picture>;
 
-static constexpr size_t PICTURE_LINES = 64;
-
 struct Options {
-    std::string replay, assets, scenarios, references, language = "en", report;
+    PictureSource source;
+    std::string references, report;
     bool accept = false;
 };
 
@@ -38,8 +31,9 @@ static Options parse_options(int argc, char **argv)
 {
     Options options;
     const std::map<std::string, std::string *> values = {
-        {"--replay", &options.replay},         {"--assets", &options.assets},     {"--scenarios", &options.scenarios},
-        {"--references", &options.references}, {"--language", &options.language}, {"--report", &options.report},
+        {"--replay", &options.source.replay},       {"--assets", &options.source.assets},
+        {"--scenarios", &options.source.scenarios}, {"--references", &options.references},
+        {"--report", &options.report},
     };
     for (int i = 1; i < argc; i++) {
         const std::string word = argv[i];
@@ -51,90 +45,21 @@ static Options parse_options(int argc, char **argv)
         else
             fail("unknown option or missing value: " + word);
     }
-    if (options.replay.empty() || options.assets.empty() || options.scenarios.empty() || options.references.empty())
-        fail("--replay, --assets, --scenarios and --references are needed");
+    for (const auto &[name, value] : values)
+        if (value->empty() && name != "--report")
+            fail(name + " is needed");
     return options;
-}
-
-static std::vector<std::string> read_lines(const fs::path &file)
-{
-    std::vector<std::string> lines;
-    std::ifstream stream(file);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-/* A router root for one run, with links to the built assets; removed with its owner. */
-class PrivateRoot {
-public:
-    explicit PrivateRoot(const fs::path &assets)
-    {
-        std::string name = fs::temp_directory_path() / "golden-XXXXXX";
-        if (!mkdtemp(name.data()))
-            fail("no temporary folder");
-        path = name;
-        fs::create_directories(path / "sbin");
-        fs::create_directories(path / "tmp/lcd/network_status/speed");
-        fs::create_directory_symlink(fs::absolute(assets) / "sbin/lcd_ml", path / "sbin/lcd_ml");
-    }
-    ~PrivateRoot() { fs::remove_all(path); }
-
-    fs::path path;
-};
-
-static std::vector<std::string> play(const Options &options, const fs::path &scenario)
-{
-    const PrivateRoot root(options.assets);
-    const fs::path script = root.path / "golden.scenario";
-    /* On the first line, so that the others keep their numbers. */
-    std::ofstream(script) << "nvram language_lcd " << options.language << "   "
-                          << "\n"
-                          << std::ifstream(scenario).rdbuf();
-    const std::string command = options.replay + " --root " + root.path.string() + " --lines " + script.string();
-    FILE *trace = popen(command.c_str(), "r");
-    std::string text;
-    for (char piece[4096]; size_t count = fread(piece, 1, sizeof piece, trace);)
-        text.append(piece, count);
-    if (pclose(trace) != 0)
-        fail(scenario.string() + " does not play to its end");
-    std::vector<std::string> lines;
-    std::istringstream stream(text);
-    for (std::string line; std::getline(stream, line);)
-        lines.push_back(line);
-    return lines;
-}
-
-/* The number of the script line that a "@T line N" record announces; 0 for any other line of a trace. */
-static size_t announced_line(const std::string &record)
-{
-    unsigned tick, line;
-    return sscanf(record.c_str(), "@%u line %u", &tick, &line) == 2 ? line : 0;
-}
-
-static void collect(const Options &options, const fs::path &scenario, Pictures &pictures)
-{
-    static const std::string mark = "# picture ";
-    const std::vector<std::string> script = read_lines(scenario);
-    const std::vector<std::string> trace = play(options, scenario);
-    for (size_t i = 0; i + PICTURE_LINES < trace.size(); i++) {
-        /* The first script line is the one that was put in front. */
-        const size_t line = announced_line(trace[i]);
-        if (line < 3 || script[line - 2] != "art" || !script[line - 3].starts_with(mark))
-            continue;
-        const std::string name = script[line - 3].substr(mark.size());
-        const auto art = trace.begin() + static_cast<std::ptrdiff_t>(i) + 1;
-        if (!pictures.emplace(name, Picture(art, art + PICTURE_LINES)).second)
-            fail("two pictures are called " + name);
-    }
 }
 
 static Pictures read_references(const fs::path &folder)
 {
     Pictures references;
     if (fs::exists(folder))
-        for (const auto &file : fs::directory_iterator(folder))
-            references[file.path().stem()] = read_lines(file.path());
+        for (const auto &file : fs::directory_iterator(folder)) {
+            std::ifstream stream(file.path());
+            for (std::string line; std::getline(stream, line);)
+                references[file.path().stem()].push_back(line);
+        }
     return references;
 }
 
@@ -234,13 +159,11 @@ int main(int argc, char **argv)
 {
     const Options options = parse_options(argc, argv);
     Pictures pictures;
-    std::vector<fs::path> scenarios;
-    for (const auto &file : fs::directory_iterator(options.scenarios))
-        if (file.path().extension() == ".scenario")
-            scenarios.push_back(file.path());
-    std::sort(scenarios.begin(), scenarios.end());
-    for (const fs::path &scenario : scenarios)
-        collect(options, scenario, pictures);
+    try {
+        pictures = draw_pictures(options.source, "en").pictures;
+    } catch (const std::exception &error) {
+        fail(error.what());
+    }
     const std::vector<Mismatch> mismatches = compare(pictures, read_references(options.references));
     if (options.accept) {
         accept(options.references, mismatches);

@@ -134,6 +134,7 @@ TEST_F(Pack, RefusesTextsThatCannotBeShown)
         std::string text;
         std::string message;
     };
+    const std::string dots(300, '.');
     const std::string long_word(24, 'w');
     const Case cases[] = {
         {"de.po", 50, "", "not translated; a text that is empty on purpose is written (empty)"},
@@ -141,9 +142,10 @@ TEST_F(Pack, RefusesTextsThatCannotBeShown)
         {"de.po", 50, "ä", "U+00E4 ä has no glyph of 12 rows"},
         {"de.po", 50, "😀", "U+1F600 😀 lies outside the Basic Multilingual Plane"},
         {"de.po", 50, "\\a", "U+0007 is a control character that the panel does not know"},
-        {"de.po", 28, "a\\nb", "text 28 (\"a b\") has a line break or TAB where it cannot have one"},
-        {"de.po", 32, "a\\tb", "text 32, 33 (\"a | b | tr\") has a line break or TAB where it cannot have one"},
-        {"de.po", 28, std::string(300, '.'), "text 28 (\"" + std::string(300, '.') + "\") has 300 bytes, its buffer holds 299"},
+        {"de.po", 28, "a\\nb", "text 28 (\"a b\") has a line break or TAB where none can be"},
+        {"de.po", 51, "a\\tb", "text 51 (\"a | b\") has a line break or TAB where none can be"},
+        {"de.po", 32, "a\\tb", "text 32, 33 (\"a | b | tr\") has a line break or TAB where none can be"},
+        {"de.po", 28, dots, "text 28 (\"" + dots + "\") has 300 bytes, its buffer holds 299"},
         {"de.po", 51, "a " + long_word, "the word \"" + long_word + "\" is 119 pixels wide, there is room for 117"},
         {"de.po", 51, repeated("a\\n", 200), "text 51 takes about 201 lines, a page holds 200"},
         {"jp.po", 51, repeated("a\\f", 50), "text 51 takes about 201 lines, a page holds 200"},
@@ -184,8 +186,8 @@ TEST_F(Pack, RefusesTextsWiderThanTheirRoom)
         entries[c.number] = entry(c.number, letters + 'w');
         std::string message = c.shown;
         message.replace(message.find('@'), 1, letters + 'w');
-        expect_refusal(c.file, c.number, message + " is " + std::to_string(c.width) + " pixels wide, there is room for " +
-                                             std::to_string(c.room));
+        message += " is " + std::to_string(c.width) + " pixels wide, there is room for " + std::to_string(c.room);
+        expect_refusal(c.file, c.number, message);
         entries[c.number] = valid;
     }
 }
@@ -220,7 +222,8 @@ TEST_F(Pack, RefusesEntriesThatAreNotThoseOfTheTemplate)
         {"#, fuzzy\n" + entry(50, "tr"), 50, "marked fuzzy"},
         {"msgctxt \"50 role\"\nmsgid \"old\"\nmsgstr \"tr\"\n", 50,
          "the template has the text \"en50\", here it is \"old\""},
-        {"msgctxt \"50 label\"\nmsgid \"en50\"\nmsgstr \"tr\"\n", 50, "the template has the context \"50 role\""},
+        {"msgctxt \"50 label\"\nmsgid \"en50\"\nmsgstr \"tr\"\n", 50,
+         "the template has the context \"50 role\""},
         {entry(50, "tr") + "msgctxt \"50 again\"\nmsgid \"en50\"\nmsgstr \"tr\"\n", 50, "text 50 stands already at "},
         {entry(50, "tr") + entry(107, "tr"), 107, "no text of a pack has the context \"107 role\""},
         {entry(50, "tr") + entry(150, "tr"), 150, "no text of a pack has the context \"150 role\""},
@@ -249,9 +252,10 @@ TEST_F(Pack, RefusesFilesThatAreNoTranslations)
     for (const Case &c : cases) {
         entries[0] = c.entry;
         EXPECT_FALSE(compile("de.po")) << c.message;
-        EXPECT_NE(messages.str().find(source + c.message), std::string::npos) << c.message << "\nnot in\n" << messages.str();
+        EXPECT_NE(messages.str().find(source + c.message), std::string::npos) << c.message << '\n' << messages.str();
     }
     entries[0] = entry(0, "\\\\0");
+    entries[51] = entry(51, "a\\x0Az");
     EXPECT_TRUE(compile("de.po")) << messages.str();
 }
 

@@ -41,7 +41,7 @@ TEST(Pictures, FaultyDrawingsAreRefusedWithTheirLine)
     const Case cases[] = {
         {"", "1: the drawing is empty"},
         {"\n", "1: the line is empty"},
-        {"##\n#\n", "2: the line has 1 pixels, the first one 2"},
+        {"##\n#\n", "2: a line of 1 pixels, the first has 2"},
         {"##\n##\n\n", "3: the line is empty"},
         {"##\r\n##\r\n", "1: only '#' and '.' draw, not character number 3"},
         {"..\n.x\n", "2: only '#' and '.' draw, not character number 2"},

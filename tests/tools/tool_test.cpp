@@ -26,7 +26,8 @@ TEST(Programs, CommandLinesThatTheOptionsDoNotAllowGetTheUsage)
     for (const std::string line : lines) {
         const TempFolder folder;
         EXPECT_EQ(run(BUILT_BIN "/" + line, folder / "messages"), 2) << line;
-        EXPECT_NE(read_file(folder / "messages").find("usage: " + line.substr(0, line.find(' '))), std::string::npos) << line;
+        const std::string usage = "usage: " + line.substr(0, line.find(' '));
+        EXPECT_NE(read_file(folder / "messages").find(usage), std::string::npos) << line;
     }
 }
 
@@ -49,7 +50,9 @@ TEST(Programs, InputsThatAreMissingAreNamed)
 {
     const TempFolder folder;
     const std::string output = " --output " + (folder / "out").string();
-    for (const std::string line : {"panel-make-pack --template no-such.pot --bitmaps .", "panel-make-bitmaps --pictures no-such"}) {
+    const char *const lines[] = {"panel-make-pack --template no-such.pot --bitmaps .",
+                                 "panel-make-bitmaps --pictures no-such"};
+    for (const std::string line : lines) {
         EXPECT_EQ(run(BUILT_BIN "/" + line + output, folder / "messages"), 1) << line;
         EXPECT_NE(read_file(folder / "messages").find("no-such"), std::string::npos) << line;
         EXPECT_FALSE(std::filesystem::exists(folder / "out")) << line;

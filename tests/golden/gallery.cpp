@@ -1,0 +1,135 @@
+/* Draws every screen in every language: a contact sheet for each, and a page that shows them side by side.
+ *
+ *     gallery --replay PROGRAM --assets ROOT --scenarios DIR --output DIR [CODE...]
+ *
+ * Without CODEs (nvram codes: "de"), all nine languages. Fails, after writing all sheets, when the drawing code refused
+ * a text, a glyph was missing, or a page of text changed at its next redraw. */
+#include "tests/golden/contact_sheet.h"
+#include "tests/golden/pictures.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <exception>
+#include <fstream>
+#include <iostream>
+#include <set>
+
+namespace fs = std::filesystem;
+
+struct Options {
+    PictureSource source;
+    std::string output;
+    std::vector<std::string> languages;
+};
+
+static const std::vector<std::string> all_languages = {"en", "es", "fr", "de", "it", "du", "tc", "jp", "kr"};
+
+/* What the daemon says of a list that is meant to be empty. */
+static const std::string expected_message = "drawRowedInfo return, totalContentLineNum 0";
+
+[[noreturn]] static void fail(const std::string &reason)
+{
+    std::cerr << "gallery: " << reason << '\n';
+    std::exit(2);
+}
+
+static Options parse_options(int argc, char **argv)
+{
+    Options options;
+    const std::map<std::string, std::string *> values = {
+        {"--replay", &options.source.replay},
+        {"--assets", &options.source.assets},
+        {"--scenarios", &options.source.scenarios},
+        {"--output", &options.output},
+    };
+    for (int i = 1; i < argc; i++) {
+        const std::string word = argv[i];
+        const auto value = values.find(word);
+        if (value != values.end() && i + 1 < argc)
+            *value->second = argv[++i];
+        else if (std::find(all_languages.begin(), all_languages.end(), word) != all_languages.end())
+            options.languages.push_back(word);
+        else
+            fail("unknown option, language or missing value: " + word);
+    }
+    for (const auto &[name, value] : values)
+        if (value->empty())
+            fail(name + " is needed");
+    if (options.languages.empty())
+        options.languages = all_languages;
+    return options;
+}
+
+/* Names what is wrong with a language's pictures; false when something is. */
+static bool check(const std::string &language, const PictureSet &set)
+{
+    bool good = true;
+    for (const std::string &message : std::set<std::string>(set.messages.begin(), set.messages.end()))
+        if (message != expected_message) {
+            std::cout << language << ": the daemon says: " << message << '\n';
+            good = false;
+        }
+    for (const auto &[name, redrawn] : set.redrawn)
+        if (redrawn != set.pictures.at(name)) {
+            std::cout << language << ": the page " << name << " changes at its redraw\n";
+            good = false;
+        }
+    return good;
+}
+
+static std::vector<Picture> in_order(const PictureSet &set)
+{
+    std::vector<Picture> pictures;
+    for (const auto &[name, picture] : set.pictures)
+        pictures.push_back(picture);
+    return pictures;
+}
+
+/* A row for each picture, a column for each language; the sheets serve as the images. */
+static void write_page(const Options &options, const std::map<std::string, Picture> &pictures)
+{
+    std::ofstream page(options.output + "/index.html");
+    page << "<!doctype html>\n<html lang=\"en\"><meta charset=\"utf-8\"><title>The panel in all languages</title>\n"
+         << "<style>body{font-family:sans-serif}td{width:" << 128 * SHEET_SCALE << "px;height:" << 64 * SHEET_SCALE
+         << "px;border:1px solid #888}th{text-align:left}\n";
+    for (const std::string &language : options.languages)
+        page << "td." << language << "{background-image:url(" << language << ".png)}\n";
+    page << "</style>\n<table><tr><th></th>";
+    for (const std::string &language : options.languages)
+        page << "<th>" << language << "</th>";
+    int index = 0;
+    for (const auto &[name, picture] : pictures) {
+        const int x = SHEET_GAP + index % SHEET_COLUMNS * CELL_WIDTH, y = SHEET_GAP + index / SHEET_COLUMNS * CELL_HEIGHT;
+        page << "</tr>\n<tr style=\"--at:-" << x << "px -" << y << "px\"><th>" << name << "</th>";
+        for (const std::string &language : options.languages)
+            page << "<td class=\"" << language << "\" style=\"background-position:var(--at)\"></td>";
+        index++;
+    }
+    page << "</tr></table></html>\n";
+}
+
+static int run(const Options &options)
+{
+    fs::create_directories(options.output);
+    bool good = true;
+    std::map<std::string, Picture> pictures;
+    for (const std::string &language : options.languages) {
+        const PictureSet set = draw_pictures(options.source, language);
+        write_contact_sheet(in_order(set), options.output + "/" + language + ".png");
+        good = check(language, set) && good;
+        pictures = set.pictures;
+    }
+    write_page(options, pictures);
+    std::cout << pictures.size() << " pictures in " << options.languages.size() << " languages\n";
+    return good ? 0 : 1;
+}
+
+int main(int argc, char **argv)
+{
+    const Options options = parse_options(argc, argv);
+    try {
+        return run(options);
+    } catch (const std::exception &error) {
+        fail(error.what());
+    }
+}
