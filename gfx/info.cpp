@@ -30,7 +30,6 @@ static bool endsLine(char c)
 /* Traditional Chinese and Japanese have no blanks between words: their lines end at any character. */
 static bool breaksAtWords()
 {
-    static constexpr int LANGUAGE_TC = 6, LANGUAGE_JP = 7;
     return get_current_language() != LANGUAGE_TC && get_current_language() != LANGUAGE_JP;
 }
 
@@ -96,14 +95,14 @@ struct PageView {
     int rightEdge; // rightmost column of a line
 };
 
-/* The pixels of a line; the last one of a page shares them with the "more" mark when another page follows. */
+/* The room of a line in pixels; the last one of a page shares it with the "more" mark when another page follows. */
 static int lineWidth(const PageView &page, bool beforeMore)
 {
     return page.rightEdge - (beforeMore ? getStringWidth(page.font, ml_str(TEXT_MORE), 0) : 0);
 }
 
-/* The bytes that the next line of the layout consumes, -1 when the layout ends. A line that fits nowhere but beside no
- * mark is left to the next page. */
+/* The bytes that the next line of the layout consumes, -1 when the layout ends. What only the mark leaves no room for
+ * goes to the next page. */
 static int consumeLine(const PageView &page, const char *text, bool beforeMore)
 {
     char line[LINE_BUFFER_BYTES];
@@ -177,7 +176,7 @@ static const char *lineAt(const char *text, int start)
 {
     const char *line = text;
     while (*line && line - text < start) {
-        /* No utf_8_str_forward_one: drawing has reported this text's invalid bytes already. */
+        /* Not utf_8_str_forward_one, which reports invalid bytes: the lines before this one are not drawn. */
         Utf8Char character;
         line += strnlen(line, utf_8_get_char(line, 0, &character)->length);
     }

@@ -10,6 +10,8 @@
 #include <cstdio>
 #include <utility>
 
+static constexpr int HINT_BYTES = 128;
+
 /* The marquees of all lists. */
 static FrameScroll frameScroll;
 static ScrollState itemScroll[MAX_LIST_ITEMS];
@@ -63,7 +65,7 @@ static void applyAction(const ListView &list, WidgetState *state, int action)
 /* The hint in the title's place at the right: up and down choose, the ok key enters. */
 static void drawHint(int font)
 {
-    char hint[128];
+    char hint[HINT_BYTES];
     format_text(hint, "\x12+%s", ml_str(TEXT_OK_KEY));
     drawString(LCD_WIDTH - 1, LCD_HEIGHT - 1, font, ALIGN_RIGHT, DRAW_NORMAL, hint);
 }

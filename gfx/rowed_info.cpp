@@ -34,8 +34,8 @@ static LineMetrics rowMetrics(int font, const InfoRow &row)
 
 static void drawRow(int font, int y, const InfoRow &row, int rightEdge, int action, ScrollState *scroll)
 {
-    int labelWidth = rightEdge - getStringWidth(font, row.value, 0);
-    labelWidth -= getStringWidth(font, row.prefix, 0);
+    const int valueWidth = getStringWidth(font, row.value, 0);
+    const int labelWidth = rightEdge - valueWidth - getStringWidth(font, row.prefix, 0);
     drawStringScroll(ROW_LEFT, y, font, ALIGN_LEFT, DRAW_NORMAL, row.label, labelWidth, action, scroll);
 
     char joined[JOINED_BYTES];

@@ -42,9 +42,9 @@ struct SeedStack {
     int32_t top; // index of the topmost seed, -1 when empty
 };
 
-/* Fills the clear pixels that are connected to `seed` by their sides, up to set pixels and the screen's edges. A region
- * that needs more than the stack's seeds is filled in part, with a message. Heckbert, "A seed fill algorithm", Graphics
- * Gems (1990), by whole rows. */
+/* Fills the clear pixels that are connected to `seed` by their sides, up to set pixels and the screen's edges, row by
+ * row (Smith, "Tint fill", SIGGRAPH 1979). A region that needs more seeds than the stack holds is filled in part, with
+ * a message. */
 void scanLineSeedFill(const Seed *seed, SeedStack *stack);
 
 /* Empties a stack. */

@@ -15,7 +15,7 @@ static constexpr int RIGHT_TITLE_CHARS = 54; // measured for the room of the lef
 static constexpr int RIGHT_TITLE_GAP = 5;
 static constexpr int RIGHT_TITLE_WIDTH = 118; // a wider one scrolls
 
-/* Heights in a frame: those at the title less the height of its glyphs, those at the bottom line plus that of its own. */
+/* Rows of pixels in a frame: at the title less the height of its glyphs, at the bottom line plus that of its own. */
 struct FrameLayout {
     int titleRule;
     int listTop;

@@ -16,11 +16,12 @@ struct LanguageEntry {
 };
 
 static const LanguageEntry language_table[] = {
-    {"_auto_language_en", "en", 0}, {"_auto_language_tc", "tc", 6}, {"_auto_language_jp", "jp", 7},
-    {"_auto_language_kr", "kr", 8}, {"_auto_language_fr", "fr", 2}, {"_auto_language_it", "it", 4},
-    {"_auto_language_es", "es", 1}, {"_auto_language_de", "de", 3}, {"_auto_language_du", "du", 5},
+    {"_auto_language_en", "en", LANGUAGE_EN}, {"_auto_language_tc", "tc", LANGUAGE_TC},
+    {"_auto_language_jp", "jp", LANGUAGE_JP}, {"_auto_language_kr", "kr", LANGUAGE_KR},
+    {"_auto_language_fr", "fr", LANGUAGE_FR}, {"_auto_language_it", "it", LANGUAGE_IT},
+    {"_auto_language_es", "es", LANGUAGE_ES}, {"_auto_language_de", "de", LANGUAGE_DE},
+    {"_auto_language_du", "du", LANGUAGE_DU},
 };
-static constexpr int LAST_LANGUAGE_ID = 8;
 
 /* The current pack. One byte more than a pack fills ends its last text. */
 static char language_text[LANGUAGE_PACK_BYTES + 1];
@@ -62,7 +63,7 @@ int get_current_language()
 
 bool is_wide_language()
 {
-    return current_language >= 6 && current_language <= 8;
+    return current_language >= LANGUAGE_TC && current_language <= LANGUAGE_KR;
 }
 
 const char *ml_str(int index)
@@ -85,7 +86,7 @@ static bool split_texts(size_t length)
 
 void load_language(int id)
 {
-    if (id < 0 || id > LAST_LANGUAGE_ID) {
+    if (!find_language(id)) {
         printf("lcd load_language, invalid language id %d\n", id);
         return;
     }

@@ -119,7 +119,8 @@ TEST_F(ListTest, FrameBoxAndBarHaveTheirPlaces)
         clearScreenBuffer();
         state = {};
         const auto items = letters(test.count);
-        EXPECT_EQ(printed([&] { drawSelect(1, test.title, test.bottom_line, items.data(), &state, ACTION_ENTER); }), "");
+        const auto draw = [&] { drawSelect(1, test.title, test.bottom_line, items.data(), &state, ACTION_ENTER); };
+        EXPECT_EQ(printed(draw), "");
         EXPECT_EQ(read_line(63, test.title ? 0 : 1), test.title_line);
         for (const int y : test.rules)
             EXPECT_EQ(run_length(0, y, 1, 0), LCD_WIDTH) << y;
@@ -218,53 +219,6 @@ TEST_F(ListTest, RefusesWithoutStateOrRoom)
     }
 }
 
-/* The list as its first visible and its selected item, on rows that do not change their number. */
-struct ListModel {
-    int first = 0, selected = 0;
-
-    void act(int action, int stored, int count)
-    {
-        if (action == ACTION_ENTER && stored > 0) {
-            first = std::max(stored - std::min(selected - first, stored), 0);
-            selected = stored;
-            first = std::max(std::min({first, selected, count - 3}), 0);
-            if (first == selected)
-                first--;
-        } else if (action == ACTION_ENTER) {
-            first = selected = 0;
-        } else if (action == ACTION_UP) {
-            selected = std::max(selected - 1, 0);
-        } else if (action == ACTION_DOWN) {
-            selected = std::min(selected + 1, count - 1);
-        }
-        first = std::clamp(first, selected - 2, selected);
-        if (count <= 3)
-            first = 0;
-    }
-};
-
-TEST_F(ListTest, RandomKeysKeepTheViewRight)
-{
-    std::mt19937 random(1);
-    for (int round = 0; round < 40; round++) {
-        const int count = 1 + static_cast<int>(random() % 9);
-        const auto items = letters(count);
-        ListModel model;
-        state = {};
-        for (int step = 0; step < 25; step++) {
-            const int action = step == 0 ? ACTION_ENTER : static_cast<int>(random() % 4);
-            const int stored = static_cast<int>(random() % static_cast<unsigned>(count));
-            if (action == ACTION_ENTER)
-                setSelectedItemId(&state, stored);
-            model.act(action, stored, count);
-            std::string expected;
-            for (int item = model.first; item < std::min(model.first + 3, count); item++)
-                expected += item == model.selected ? std::string("[") + items[item] + "]" : items[item];
-            ASSERT_EQ(view(items, action), expected) << "round " << round << " step " << step;
-        }
-    }
-}
-
 TEST_F(ListTest, GarbageInTheRecordIsHarmless)
 {
     std::mt19937 random(2);
@@ -319,8 +273,8 @@ TEST_F(ListTest, ScrollBarRefusesImpossibleGeometry)
     EXPECT_EQ(std::count(screenBuffer, std::end(screenBuffer), 0), 1024);
 }
 
-/* Without any glyph, each load is reported. A text of n characters is measured with n + 1 of them, and drawn with one for
- * its height, n + 1 for its width and two for each character. */
+/* Without any glyph, each load is reported. Measuring n characters takes n + 1 loads; drawing them takes one for the
+ * height, n + 1 for the width and two for each character. */
 TEST(ListLoads, TextsAreMeasuredOnceWhereTheyAreNeeded)
 {
     const TestRoot no_glyphs;

@@ -5,7 +5,7 @@
 #include "gfx/widget.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
-#include "tests/support/test_root.h"
+#include "tests/gfx/glyph_root.h"
 
 #include <climits>
 #include <random>
@@ -23,12 +23,12 @@ protected:
 
     void write_glyph(int code, int width, int height) const
     {
-        char name[64];
-        snprintf(name, sizeof name, "/sbin/lcd_ml/_auto_bitmap_/U_%04X", static_cast<unsigned>(code));
+        char name[16];
+        snprintf(name, sizeof name, "U_%04X", static_cast<unsigned>(code));
         std::string bytes = {0, static_cast<char>(width), 0, static_cast<char>(height), '\xF8'};
         for (int bit = 6; bit >= 0; bit--)
             bytes += code >> bit & 1 ? '\x88' : '\x80';
-        root.write(name, bytes);
+        root.picture(name, bytes);
     }
 
     void use_language(int id) const
@@ -40,7 +40,7 @@ protected:
         load_language(id);
     }
 
-    TestRoot root;
+    GlyphRoot root;
 };
 
 /* The glyphs in the columns `from` to `to` of the line with top edge `y`, '~' for more than one column between two. An
