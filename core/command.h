@@ -6,7 +6,8 @@
 int myPipe(const char *command, char **out);
 
 /* The captured output of one command, freed with its owner. */
-class CommandOutput {
+class CommandOutput
+{
 public:
     explicit CommandOutput(const char *command);
     ~CommandOutput();

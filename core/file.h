@@ -7,7 +7,8 @@
 #include <sys/types.h>
 
 /* A file of the router, closed with its owner. */
-class File {
+class File
+{
 public:
     /* Opens `path` as open(2) with `flags`. */
     explicit File(const char *path, int flags = O_RDONLY);
@@ -31,8 +32,10 @@ private:
     int fd_;
 };
 
-/* The lines of a file as fgets gives them one after the other; a line longer than the buffer goes on as the next one. */
-class LineReader {
+/* The lines of a file as fgets gives them one after the other; a line longer than the buffer goes on as the next one.
+ */
+class LineReader
+{
 public:
     explicit LineReader(const char *path) : file_(path) {}
 
@@ -51,7 +54,8 @@ private:
 };
 
 /* One value read from the settings store, freed with its owner. */
-class Setting {
+class Setting
+{
 public:
     explicit Setting(const char *key);
     ~Setting();
@@ -65,6 +69,6 @@ private:
     char *text_;
 };
 
-/* Reads the first line of `path` as fgets does: at most line.size() - 1 bytes, the newline kept, a NUL behind it; "" when
- * nothing can be read. False when the file cannot be opened. */
+/* Reads the first line of `path` as fgets does: at most line.size() - 1 bytes, the newline kept, a NUL behind it; ""
+ * when nothing can be read. False when the file cannot be opened. */
 bool read_first_line(const char *path, std::span<char> line);

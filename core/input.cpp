@@ -16,15 +16,14 @@ struct ActionWord {
 };
 
 static const ActionWord action_table[] = {
-    {ACTION_UP, "up"},       {ACTION_DOWN, "down"},   {ACTION_LEFT, "left"},
-    {ACTION_RIGHT, "right"}, {ACTION_OK, "ok"},       {ACTION_MENU, "menu"},
-    {ACTION_EVENT, "event"}, {ACTION_NONE, nullptr},
+    {ACTION_UP, "up"}, {ACTION_DOWN, "down"}, {ACTION_LEFT, "left"},   {ACTION_RIGHT, "right"},
+    {ACTION_OK, "ok"}, {ACTION_MENU, "menu"}, {ACTION_EVENT, "event"}, {ACTION_NONE, nullptr},
 };
 
 /* Indexed by EventId. */
 static const char *const event_words[] = {
-    "lost link",       "lost internet",      "restore internet",  "save config start",
-    "save config end", "setup wizard start", "setup wizard end",  "info",
+    "lost link",       "lost internet",      "restore internet", "save config start",
+    "save config end", "setup wizard start", "setup wizard end", "info",
 };
 
 volatile sig_atomic_t input_pending;

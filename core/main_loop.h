@@ -7,5 +7,6 @@ void panel_start();
 /* One pass: a change of language, then a key or event, else a tick for the screen and the minute's daemon check. */
 void panel_pass();
 
-/* Sleeps until a signal arrives, 100 ms at most. A key or language signal that came since the last pass ends it at once. */
+/* Sleeps until a signal arrives, 100 ms at most. A key or language signal that came since the last pass ends it at
+ * once. */
 void panel_wait();

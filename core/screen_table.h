@@ -18,7 +18,8 @@ extern const ScreenEntry *current_screen;
 /* 1 once the setup wizard has been announced during the splash. Other programs of the firmware know it by this name. */
 extern int gui_loaded;
 
-/* Told the name of each screen that becomes current, before its handler runs; null (as on the router): nobody watches. */
+/* Told the name of each screen that becomes current, before its handler runs; null (as on the router): nobody watches.
+ */
 extern void (*screen_observer)(const char *name);
 
 /* Makes the screen called `name` current and calls its handler with ACTION_ENTER; its result. A null name is ignored,

@@ -25,7 +25,8 @@ void drawBitmap(int mode, int x, int y, int height, int width, const uint8_t *bi
 void drawFigure(int mode, int x, int y, const char *name);
 
 /* A bitmap loaded for the time of a scope. */
-class LoadedBitmap {
+class LoadedBitmap
+{
 public:
     explicit LoadedBitmap(const char *name) : bitmap_(loadBitmap(name)) {}
     ~LoadedBitmap() { freeBitmap(bitmap_); }

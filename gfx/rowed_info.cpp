@@ -69,7 +69,7 @@ void drawRowedInfo(int font, const char *title, const char *bottomLine, const In
         drawFrameScrollBar(frame, lastFirst + 1, state->current);
     for (int i = 0; i < std::min(visible, count); i++) {
         const int row = state->current + i;
-        drawRow(font, rowTop(frame, line, i), rows[row], lastFirst > 0 ? ROW_RIGHT_BESIDE_BAR : ROW_RIGHT,
-                action, &rowScroll[row]);
+        drawRow(font, rowTop(frame, line, i), rows[row], lastFirst > 0 ? ROW_RIGHT_BESIDE_BAR : ROW_RIGHT, action,
+                &rowScroll[row]);
     }
 }

@@ -14,6 +14,7 @@ struct Fraction {
     int32_t denominator;
 };
 
+// clang-format off
 /* Tangents of 0 to 90 degrees, five a line */
 constexpr Fraction tanTable[] = {
     {0, 1}, {100000, 5728996}, {3492, 100000}, {5241, 100000}, {6993, 100000},
@@ -36,6 +37,7 @@ constexpr Fraction tanTable[] = {
     {1143005, 100000}, {1430067, 100000}, {1908114, 100000}, {2863625, 100000}, {5728996, 100000},
     {5729578, 1000},
 };
+// clang-format on
 
 /* Which way u and v, the offsets from the centre, point in each quadrant */
 constexpr struct {

@@ -131,8 +131,8 @@ void drawScrollBar(int x, int y, int barHeight, int relativeLength, int totalLin
     }
     const int thumb = std::max(track * relativeLength / totalLines, 1);
     /* The last position touches the end of the track, whatever the divisions dropped. */
-    const int offset = relativePosition == totalLines ? track - thumb
-                                                      : (relativePosition - 1) * track * relativeLength / totalLines;
+    const int offset =
+        relativePosition == totalLines ? track - thumb : (relativePosition - 1) * track * relativeLength / totalLines;
 
     drawRectangle(x, y, barHeight, BAR_WIDTH);
     setReverseDisplay(x + 1, y - 1, barHeight - 2, BAR_WIDTH - 2);

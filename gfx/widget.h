@@ -11,11 +11,11 @@ constexpr int MAX_PAGE_LINES = 200; // lines that a page's layout can hold
 
 /* The memory of a widget, owned by its screen (or family of screens), zero at start. */
 struct WidgetState {
-    int32_t current;          // list: selected item; page: page shown; table: first row shown
-    int32_t cursorRow;        // list: row of the selected item in the view, 0 at the top
-    int32_t pendingSelection; // list: item to select when it is entered next; 0: none
-    int32_t lineCount;        // page: lines laid out
-    uint16_t drawnMask;       // list: bit i set when item i was drawn by the previous call
+    int32_t current;                   // list: selected item; page: page shown; table: first row shown
+    int32_t cursorRow;                 // list: row of the selected item in the view, 0 at the top
+    int32_t pendingSelection;          // list: item to select when it is entered next; 0: none
+    int32_t lineCount;                 // page: lines laid out
+    uint16_t drawnMask;                // list: bit i set when item i was drawn by the previous call
     int32_t lineStart[MAX_PAGE_LINES]; // page: byte offset of each line
 };
 
@@ -44,9 +44,9 @@ struct WidgetFrame {
  * A title is cut to 127 bytes. */
 WidgetFrame drawWidgetFrame(int font, const char *title, const char *bottomLine, FrameScroll *scroll, int action);
 
-constexpr int ROW_LEFT = 1;                           // leftmost column of a row's text
-constexpr int ROW_RIGHT = LCD_WIDTH - 1;              // its rightmost column
-constexpr int ROW_RIGHT_BESIDE_BAR = ROW_RIGHT - 10;  // its rightmost column beside a scroll bar
+constexpr int ROW_LEFT = 1;                          // leftmost column of a row's text
+constexpr int ROW_RIGHT = LCD_WIDTH - 1;             // its rightmost column
+constexpr int ROW_RIGHT_BESIDE_BAR = ROW_RIGHT - 10; // its rightmost column beside a scroll bar
 
 /* The measures of a line of text, those of its first character. */
 struct LineMetrics {

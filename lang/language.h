@@ -1,8 +1,8 @@
 /* The language packs: the text of the current one by number, and the languages by id, nvram code and file. */
 #pragma once
 
-constexpr int TEXT_COUNT = 150;            // texts of a pack
-constexpr int LANGUAGE_PACK_BYTES = 8344;  // bytes of a pack's texts, terminators included
+constexpr int TEXT_COUNT = 150;           // texts of a pack
+constexpr int LANGUAGE_PACK_BYTES = 8344; // bytes of a pack's texts, terminators included
 
 enum LanguageId {
     LANGUAGE_EN,
@@ -19,8 +19,9 @@ enum LanguageId {
 /* Where each text of the current pack begins; null when none is loaded. Other programs know it by this name. */
 extern const char *ml_local_str[TEXT_COUNT];
 
-/* Loads the pack of language `id` (a LanguageId). A failure is reported on standard output: an unknown id, a missing file or a
- * file without byte-order mark leave the language as it was; a pack with too few texts becomes current and empty. */
+/* Loads the pack of language `id` (a LanguageId). A failure is reported on standard output: an unknown id, a missing
+ * file or a file without byte-order mark leave the language as it was; a pack with too few texts becomes current and
+ * empty. */
 void load_language(int id);
 
 /* Text number `index` of the current pack; "" when there is none. Valid until the next load_language. Never null. */

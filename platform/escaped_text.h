@@ -11,6 +11,6 @@
  * out.size(), it has been cut. */
 size_t escape_text(std::span<char> out, std::string_view text);
 
-/* Undoes the escapes of `text`, `length` bytes, in place (hexadecimal digits in either case). The new length, -1 when an
- * escape is unknown or incomplete. */
+/* Undoes the escapes of `text`, `length` bytes, in place (hexadecimal digits in either case). The new length, -1 when
+ * an escape is unknown or incomplete. */
 ssize_t unescape_text(char *text, size_t length);

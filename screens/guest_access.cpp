@@ -86,7 +86,10 @@ static void draw_guest_access_menu(int action)
     Title title;
     format_title(title, on);
     const char *const labels[] = {
-        ml_str(on ? TEXT_TURN_OFF : TEXT_TURN_ON), ml_str(TEXT_GUEST_LOGIN_ITEM), ml_str(TEXT_GUEST_HELP_TITLE), nullptr,
+        ml_str(on ? TEXT_TURN_OFF : TEXT_TURN_ON),
+        ml_str(TEXT_GUEST_LOGIN_ITEM),
+        ml_str(TEXT_GUEST_HELP_TITLE),
+        nullptr,
     };
     draw_list(title.data(), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
 }

@@ -35,8 +35,11 @@ static void draw_menu(int action)
 static void draw_help_and_tips(int action)
 {
     const char *const labels[] = {
-        ml_str(TEXT_HELP_INTERNET_TITLE), ml_str(TEXT_HELP_WIRELESS_TITLE), ml_str(TEXT_HELP_CONNECT_TITLE),
-        ml_str(TEXT_HELP_MORE_TITLE),     nullptr,
+        ml_str(TEXT_HELP_INTERNET_TITLE),
+        ml_str(TEXT_HELP_WIRELESS_TITLE),
+        ml_str(TEXT_HELP_CONNECT_TITLE),
+        ml_str(TEXT_HELP_MORE_TITLE),
+        nullptr,
     };
     draw_list(ml_str(TEXT_HELP_TITLE), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &help_state, action);
 }

@@ -32,7 +32,9 @@ static void draw_power_save(int action)
     char title[128];
     format_text(title, "%s\t%s", ml_str(TEXT_POWER_SAVE_TITLE), ml_str(on ? TEXT_ON : TEXT_OFF));
     const char *const labels[] = {
-        ml_str(on ? TEXT_POWER_SAVE_TURN_OFF : TEXT_POWER_SAVE_TURN_ON), ml_str(TEXT_ABOUT_ITEM), nullptr,
+        ml_str(on ? TEXT_POWER_SAVE_TURN_OFF : TEXT_POWER_SAVE_TURN_ON),
+        ml_str(TEXT_ABOUT_ITEM),
+        nullptr,
     };
     draw_list(title, ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
 }

@@ -23,7 +23,7 @@ struct EventPage {
     LcdTimer *idle_timer;
     IdleRule idle;
     void (*draw)(int action);
-    bool keys;                         // ok: "network status", menu: "menu"
+    bool keys;                          // ok: "network status", menu: "menu"
     const char *(*on_event)(int event); // the event's target, or null: it goes on as a tick without a redraw
 };
 
@@ -265,8 +265,8 @@ static int event_info_handle(int action)
 }
 
 int (*const eventHandlers[5])(int action) = {
-    event_lost_internet_handle, event_save_config_handle, event_setup_wizard_handle, event_info_handle,
-    event_lost_link_handle,
+    event_lost_internet_handle, event_save_config_handle, event_setup_wizard_handle,
+    event_info_handle,          event_lost_link_handle,
 };
 
 /* The page for an event; -1 for one that has none. */

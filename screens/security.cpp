@@ -21,7 +21,10 @@ static const char *const security_items[] = {
 static void draw_security_options(int action)
 {
     const char *const labels[] = {
-        ml_str(TEXT_GUEST_ITEM), ml_str(TEXT_WPS_TITLE), ml_str(TEXT_SECURITY_HELP_TITLE), nullptr,
+        ml_str(TEXT_GUEST_ITEM),
+        ml_str(TEXT_WPS_TITLE),
+        ml_str(TEXT_SECURITY_HELP_TITLE),
+        nullptr,
     };
     draw_list(ml_str(TEXT_SECURITY_TITLE), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
 }

@@ -135,8 +135,8 @@ static void draw_upload_dial(const Gauge &gauge, const Number &number, int actio
     draw_dial({18, 23, 26, 38}, gauge);
     draw_number(number, 26, 39, 50, 1);
     drawLine(1, 38, 50);
-    drawStringScroll(26, is_wide_language() ? 37 : 39, 1, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_UPLOAD), 40, action,
-                     &upload_label_scroll);
+    drawStringScroll(26, is_wide_language() ? 37 : 39, 1, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_UPLOAD), 40,
+                     action, &upload_label_scroll);
 }
 
 static void draw_upload_download_speedometer(int action)

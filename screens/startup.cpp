@@ -104,8 +104,10 @@ static void draw_select_language(int action)
 {
     /* Indexed by language id. */
     const char *const labels[] = {
-        ml_str(TEXT_LANGUAGE_EN), ml_str(TEXT_LANGUAGE_ES), ml_str(TEXT_LANGUAGE_FR), ml_str(TEXT_LANGUAGE_DE),
-        ml_str(TEXT_LANGUAGE_IT), ml_str(TEXT_LANGUAGE_DU), ml_str(TEXT_LANGUAGE_TC), ml_str(TEXT_LANGUAGE_JP),
+        ml_str(TEXT_LANGUAGE_EN), ml_str(TEXT_LANGUAGE_ES),
+        ml_str(TEXT_LANGUAGE_FR), ml_str(TEXT_LANGUAGE_DE),
+        ml_str(TEXT_LANGUAGE_IT), ml_str(TEXT_LANGUAGE_DU),
+        ml_str(TEXT_LANGUAGE_TC), ml_str(TEXT_LANGUAGE_JP),
         ml_str(TEXT_LANGUAGE_KR), nullptr,
     };
     draw_list(ml_str(TEXT_SELECT_LANGUAGE_TITLE), nullptr, labels, &language_state, action);

@@ -39,8 +39,10 @@ static void draw_wireless_radio(int action)
     Title title;
     format_title(title, on);
     const char *const labels[] = {
-        ml_str(on ? TEXT_WIRELESS_TURN_OFF : TEXT_WIRELESS_TURN_ON), ml_str(TEXT_WIRELESS_INFO_ITEM),
-        ml_str(TEXT_ABOUT_ITEM), nullptr,
+        ml_str(on ? TEXT_WIRELESS_TURN_OFF : TEXT_WIRELESS_TURN_ON),
+        ml_str(TEXT_WIRELESS_INFO_ITEM),
+        ml_str(TEXT_ABOUT_ITEM),
+        nullptr,
     };
     draw_list(title.data(), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
 }
@@ -127,7 +129,8 @@ static void draw_wireless_info(int action)
 
 static void draw_wireless_radio_feature(int action)
 {
-    draw_page(ml_str(TEXT_ABOUT_ITEM), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), ml_str(TEXT_WIRELESS_HELP), &state, action);
+    draw_page(ml_str(TEXT_ABOUT_ITEM), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), ml_str(TEXT_WIRELESS_HELP), &state,
+              action);
 }
 
 static const Conduct wireless_radio = {

@@ -79,7 +79,10 @@ static void draw_wps_setup(bool on, const char *const *labels, int action)
 static void draw_wps_setup_on(int action)
 {
     const char *const labels[] = {
-        ml_str(TEXT_WPS_START_TITLE), ml_str(TEXT_TURN_OFF), ml_str(TEXT_ABOUT_ITEM), nullptr,
+        ml_str(TEXT_WPS_START_TITLE),
+        ml_str(TEXT_TURN_OFF),
+        ml_str(TEXT_ABOUT_ITEM),
+        nullptr,
     };
     draw_wps_setup(true, labels, action);
 }

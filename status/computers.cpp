@@ -31,7 +31,6 @@ static_assert(sizeof(Lease) == 64);
 struct ComputerSource {
     const char *file;
     void (*format)(std::span<char> out, const char *field);
-    size_t name_size; // bytes of a name taken from the leases, its NUL included
 };
 
 InfoRow computer_rows[MAX_COMPUTERS + 1];
@@ -69,8 +68,8 @@ static void format_speed_field(std::span<char> out, const char *field)
 
 /* Indexed by ComputerKind. */
 static const ComputerSource sources[] = {
-    {"/tmp/lcd/network_status/speed/pcs", format_speed_field, 110},
-    {"/tmp/lcd/network_status/speed/total_pc_data", format_amount, 100},
+    {"/tmp/lcd/network_status/speed/pcs", format_speed_field},
+    {"/tmp/lcd/network_status/speed/total_pc_data", format_amount},
 };
 
 /* Cuts `name` so that it fits in `width` pixels with the mark of a cut behind it. */
@@ -80,12 +79,12 @@ static void cut_name(std::span<char> label, const char *name, int width)
     format_text(label, "%.*s%s", countFittingCharacters(FONT, name, room), name, CUT_MARK);
 }
 
-static void write_label(InfoRow &row, int host, size_t name_size)
+static void write_label(InfoRow &row, int host)
 {
     int width = ROW_WIDTH - getStringWidth(FONT, row.value, 0);
     width -= getStringWidth(FONT, row.prefix, 0);
-    char name[110];
-    if (!lookup_lease_name(host, name, std::min(name_size, sizeof name)) || !is_plain_ascii(name))
+    char name[sizeof Lease::host_name + 1];
+    if (!lookup_lease_name(host, name, sizeof name) || !is_plain_ascii(name))
         format_text(row.label, "%s.%d", ml_str(TEXT_COMPUTER), host);
     else if (getStringWidth(FONT, name, 0) <= width)
         format_text(row.label, "%s", name);
@@ -107,7 +106,7 @@ void build_computer_rows(ComputerKind kind)
         InfoRow &row = computer_rows[count++];
         source.format(std::span(row.value), blank ? blank + 1 : "");
         format_text(row.prefix, "%s", PREFIX);
-        write_label(row, host, source.name_size);
+        write_label(row, host);
     }
     computer_rows[count] = {};
 }

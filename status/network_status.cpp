@@ -66,7 +66,8 @@ void read_network_status(int *client_count)
         const StatusEntry id = static_cast<StatusEntry>(i);
         NetworkStatusEntry &entry = network_status_table[i];
         StatusLine line;
-        entry.state = read_status_line(id, line) ? classify(value_of(id, line), entry.shown, client_count) : entry.shown;
+        entry.state =
+            read_status_line(id, line) ? classify(value_of(id, line), entry.shown, client_count) : entry.shown;
     }
 }
 

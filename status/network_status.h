@@ -37,7 +37,7 @@ void read_network_status(int *client_count);
 void update_status_phases();
 
 struct Connection {
-    bool link;     // the WAN port has link
+    bool link; // the WAN port has link
     bool internet;
 };
 

@@ -30,16 +30,16 @@ static constexpr int FIXED_START = 91, FIXED_END = 274;
 /* Indexed by rule number; 0 is unused. */
 static const Rule rules[] = {
     {},
-    {{2000, 2002, 97}, {1996, 1999, 304}, WITHIN_YEAR},      // first Sunday of April - last of October
-    {{1996, 1999, 73}, {1996, 1999, 311}, WITHIN_YEAR},      // second Sunday of March - first of November
-    {{2004, 2004, 311}, {1996, 1999, 52}, ACROSS_YEAR_END},  // first Sunday of November - third of February
-    {{2000, 2002, 90}, {1996, 1999, 304}, WITHIN_YEAR},      // last Sunday of March - last of October
-    {{2004, 2004, 120}, {2004, 2004, 273}, WITHIN_YEAR},     // last Friday of April - last Thursday of September
-    {{2004, 2007, 89}, {2004, 2007, 259}, WITHIN_YEAR},      // Friday of 24-30 March - Sunday of 10-16 September
-    {{}, {}, WITHIN_YEAR},                                   // 1 April - 1 October
-    {{1996, 1999, 304}, {2000, 2002, 90}, ACROSS_YEAR_END},  // last Sunday of October - last of March
-    {{2000, 2001, 280}, {2000, 2002, 90}, ACROSS_YEAR_END},  // first Sunday of October - last of March
-    {{2000, 2001, 280}, {1996, 1999, 80}, ACROSS_YEAR_END},  // first Sunday of October - third of March
+    {{2000, 2002, 97}, {1996, 1999, 304}, WITHIN_YEAR},     // first Sunday of April - last of October
+    {{1996, 1999, 73}, {1996, 1999, 311}, WITHIN_YEAR},     // second Sunday of March - first of November
+    {{2004, 2004, 311}, {1996, 1999, 52}, ACROSS_YEAR_END}, // first Sunday of November - third of February
+    {{2000, 2002, 90}, {1996, 1999, 304}, WITHIN_YEAR},     // last Sunday of March - last of October
+    {{2004, 2004, 120}, {2004, 2004, 273}, WITHIN_YEAR},    // last Friday of April - last Thursday of September
+    {{2004, 2007, 89}, {2004, 2007, 259}, WITHIN_YEAR},     // Friday of 24-30 March - Sunday of 10-16 September
+    {{}, {}, WITHIN_YEAR},                                  // 1 April - 1 October
+    {{1996, 1999, 304}, {2000, 2002, 90}, ACROSS_YEAR_END}, // last Sunday of October - last of March
+    {{2000, 2001, 280}, {2000, 2002, 90}, ACROSS_YEAR_END}, // first Sunday of October - last of March
+    {{2000, 2001, 280}, {1996, 1999, 80}, ACROSS_YEAR_END}, // first Sunday of October - third of March
 };
 
 struct ZoneRule {
@@ -49,12 +49,12 @@ struct ZoneRule {
 
 /* The first code that a zone contains decides: the order matters. */
 static const ZoneRule zone_rules[] = {
-    {"-7:0:2", 1},  {"-6:0:3", 1},  {"-9:0", 2},    {"-8:0", 2},    {"-3:2", 2},    {"-7:0:3", 2},
-    {"-6:0:2", 2},  {"-5:0:2", 2},  {"-4:0:1", 2},  {"-3:0:1", 3},  {"-3:0:3", 4},  {"-2:0", 4},
-    {"-1:0:1", 4},  {"+0:0:2", 4},  {"+1:0:1", 4},  {"+1:0:2", 4},  {"+1:0:3", 4},  {"+1:0:4", 4},
-    {"+2:0:1", 4},  {"+2:0:2", 4},  {"+2:0:5", 4},  {"+3:0:3", 4},  {"+4:0:2", 4},  {"+5:0:1", 4},
-    {"+6:0:1", 4},  {"+7:0:2", 4},  {"+8:0:2", 4},  {"+9:0:3", 4},  {"+10:0:5", 4}, {"+2:0:3", 5},
-    {"+2:0:6", 6},  {"+3:0:1", 7},  {"+9:2:1", 8},  {"+10:0:2", 8}, {"+10:0:4", 9}, {"+12:0:1", 10},
+    {"-7:0:2", 1}, {"-6:0:3", 1}, {"-9:0", 2},   {"-8:0", 2},    {"-3:2", 2},    {"-7:0:3", 2},
+    {"-6:0:2", 2}, {"-5:0:2", 2}, {"-4:0:1", 2}, {"-3:0:1", 3},  {"-3:0:3", 4},  {"-2:0", 4},
+    {"-1:0:1", 4}, {"+0:0:2", 4}, {"+1:0:1", 4}, {"+1:0:2", 4},  {"+1:0:3", 4},  {"+1:0:4", 4},
+    {"+2:0:1", 4}, {"+2:0:2", 4}, {"+2:0:5", 4}, {"+3:0:3", 4},  {"+4:0:2", 4},  {"+5:0:1", 4},
+    {"+6:0:1", 4}, {"+7:0:2", 4}, {"+8:0:2", 4}, {"+9:0:3", 4},  {"+10:0:5", 4}, {"+2:0:3", 5},
+    {"+2:0:6", 6}, {"+3:0:1", 7}, {"+9:2:1", 8}, {"+10:0:2", 8}, {"+10:0:4", 9}, {"+12:0:1", 10},
 };
 
 static int digit(char c)

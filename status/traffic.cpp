@@ -47,26 +47,18 @@ uint32_t get_peak_speed(Direction direction)
 }
 
 /* `value` in mega units with three decimals, from FULL_K on. */
-static void format_mega(std::span<char> out, uint32_t value, const char *unit)
+static void format_mega(std::span<char> out, uint32_t value)
 {
     if (value < M)
-        format_text(out, "1.000%s", unit);
+        format_text(out, "1.000");
     else
-        format_text(out, "%u.%03u%s", value / M, value % M * 1000 / M, unit);
-}
-
-void format_speed(std::span<char> out, uint32_t speed)
-{
-    if (speed >= FULL_K)
-        format_mega(out, speed, ml_str(TEXT_UNIT_MEGA));
-    else
-        format_text(out, "%u%s", speed == 0 ? 0 : std::max(speed / K, 1u), ml_str(TEXT_UNIT_KILO));
+        format_text(out, "%u.%03u", value / M, value % M * 1000 / M);
 }
 
 void format_dial_value(std::span<char> out, uint32_t speed)
 {
     if (speed >= FULL_K)
-        format_mega(out, speed, "");
+        format_mega(out, speed);
     else
         format_text(out, "%u", speed == 0 ? 0 : std::max(speed / K, 1u));
 }
@@ -74,16 +66,23 @@ void format_dial_value(std::span<char> out, uint32_t speed)
 void format_dial_value_mega(std::span<char> out, uint32_t speed)
 {
     if (speed >= FULL_K)
-        format_mega(out, speed, "");
+        format_mega(out, speed);
     else if (speed == 0)
         format_text(out, "0");
     else
         format_text(out, "0.%03u", std::max(speed * 1000 / M, 1u));
 }
 
+void format_speed(std::span<char> out, uint32_t speed)
+{
+    char number[32];
+    format_dial_value(number, speed);
+    format_text(out, "%s%s", number, ml_str(speed >= FULL_K ? TEXT_UNIT_MEGA : TEXT_UNIT_KILO));
+}
+
 /* A decimal number of any length divided by a small one. */
 struct Division {
-    char quotient[101]; // decimal digits without leading zeros; "0" for none
+    char quotient[8]; // the first decimal digits, without leading zeros; "0" for none
     uint32_t remainder;
 };
 
@@ -125,7 +124,7 @@ static void format_large_amount(std::span<char> out, std::string_view digits, ui
 {
     const Division whole = divide(digits, divisor);
     const unsigned fraction = static_cast<unsigned>(uint64_t{whole.remainder} * 1000 / divisor);
-    char number[128];
+    char number[16];
     format_text(number, "%s.%03u", whole.quotient, fraction);
     format_text(out, "%.6s%sB", number, unit);
 }

@@ -122,20 +122,25 @@ static const char *interface_address(const char *name, IfInfo *info)
     return getIFInfo(info) == 0 && strcmp(info->ipaddr, UNCONFIGURED) != 0 ? info->ipaddr : nullptr;
 }
 
+static bool is_connected()
+{
+    uint8_t port = 0;
+    if (router_exists(UPTIME_FILE))
+        get_wan_port_status(&port);
+    return port != 0;
+}
+
 char *get_wan_address_text(std::span<char> text)
 {
     const Setting interface("wan_ifname"), mode("wan_mode"), address("wan_ipaddr"), login("bpa_login");
     IfInfo info;
     const char *shown = nullptr;
-    uint8_t port = 0;
-    if (router_exists(UPTIME_FILE))
-        get_wan_port_status(&port);
-    if (port == 0)
-        shown = nullptr;
-    else if (strcmp(mode.text(), "static") == 0)
-        shown = *address.text() ? address.text() : nullptr;
-    else if (strcmp(mode.text(), "bpa") != 0 || login.text()[0] != '0')
-        shown = interface_address(interface.text(), &info);
+    if (is_connected()) {
+        if (strcmp(mode.text(), "static") == 0)
+            shown = *address.text() ? address.text() : nullptr;
+        else if (strcmp(mode.text(), "bpa") != 0 || login.text()[0] != '0')
+            shown = interface_address(interface.text(), &info);
+    }
     copy_cut(text.first(sizeof info.ipaddr), shown ? shown : NO_ADDRESS);
     return text.data();
 }

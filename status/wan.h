@@ -20,7 +20,8 @@ int get_sockfd();
  * connection; -1 when something could not be read. */
 int getIFInfo(IfInfo *info);
 
-/* The link of the WAN port, from the switch's register: 0 none, else link. 1 when the register could be read, else 0. */
+/* The link of the WAN port, from the switch's register: 0 none, else link. 1 when the register could be read, else 0.
+ */
 int get_wan_port_status(uint8_t *state);
 
 /* The WAN address for the owner, "---" while there is no connection, written to `text` (at least 16 bytes; a longer

@@ -6,7 +6,7 @@
 #pragma once
 
 struct SettingsFile {
-    int folder;       // open folder that `path` is relative to; AT_FDCWD: the current one
+    int folder; // open folder that `path` is relative to; AT_FDCWD: the current one
     const char *path;
 };
 

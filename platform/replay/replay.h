@@ -13,16 +13,16 @@ struct ReplayInterface {
 
 /* Everything that a script can set. */
 struct ReplayRouter {
-    time_t clock = 1700000000;                             // wall clock, UTC; moves only here
-    std::map<std::string, std::string> settings;           // the settings store
-    std::map<std::string, std::string> outputs;            // what a captured command yields; not named: nothing
-    std::map<std::string, bool> failing;                   // commands whose capture fails to start
+    time_t clock = 1700000000;                   // wall clock, UTC; moves only here
+    std::map<std::string, std::string> settings; // the settings store
+    std::map<std::string, std::string> outputs;  // what a captured command yields; not named: nothing
+    std::map<std::string, bool> failing;         // commands whose capture fails to start
     std::map<std::string, ReplayInterface> interfaces;
     bool display_socket_fails = false, display_bind_fails = false; // the display driver is gone
-    bool trace = true;                                     // write records
-    uint32_t (*ticks)() = nullptr;                         // the tick count of the records; null: 0
-    uint8_t frame[1024] = {};                              // the last frame as the driver got it: 0 is a drawn pixel
-    unsigned frame_count = 0;                              // frames received
+    bool trace = true;                                             // write records
+    uint32_t (*ticks)() = nullptr;                                 // the tick count of the records; null: 0
+    uint8_t frame[1024] = {}; // the last frame as the driver got it: 0 is a drawn pixel
+    unsigned frame_count = 0; // frames received
 };
 extern ReplayRouter replay;
 

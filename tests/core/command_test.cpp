@@ -6,7 +6,12 @@
 TEST(Command, CapturesAllOutput)
 {
     const std::string outputs[] = {
-        "", "abc", "one\ntwo\n", std::string(1022, 'x') + "\n", std::string(1023, 'y') + "\nend", std::string(100000, 'z'),
+        "",
+        "abc",
+        "one\ntwo\n",
+        std::string(1022, 'x') + "\n",
+        std::string(1023, 'y') + "\nend",
+        std::string(100000, 'z'),
     };
     const TestRoot root;
     for (const std::string &output : outputs) {

@@ -4,7 +4,8 @@
 #include "lang/language.h"
 #include "tests/support/test_root.h"
 
-class GlyphRoot : public TestRoot {
+class GlyphRoot : public TestRoot
+{
 public:
     ~GlyphRoot() { use_language(0); }
 

@@ -10,7 +10,8 @@ using namespace std::string_literals;
 /* 94 pixels are left of a row's 117 by the mark "more". */
 static constexpr int MARKED_WIDTH = ROW_RIGHT_BESIDE_BAR - 23;
 
-class InfoTest : public WidgetTest {
+class InfoTest : public WidgetTest
+{
 protected:
     void draw(const std::string &text, int action)
     {
@@ -122,9 +123,9 @@ TEST_F(InfoTest, KeysTurnThePages)
         const char *first_line;
         int thumb;
     } steps[] = {
-        {ACTION_ENTER, "1", 0},  {ACTION_UP, "1", 0},    {ACTION_DOWN, "4", 8},
-        {ACTION_DOWN, "7", 18},  {ACTION_DOWN, "7", 18}, {ACTION_TICK, "7", 18},
-        {ACTION_LEFT, "7", 18},  {ACTION_UP, "4", 8},    {ACTION_ENTER, "1", 0},
+        {ACTION_ENTER, "1", 0}, {ACTION_UP, "1", 0},    {ACTION_DOWN, "4", 8},
+        {ACTION_DOWN, "7", 18}, {ACTION_DOWN, "7", 18}, {ACTION_TICK, "7", 18},
+        {ACTION_LEFT, "7", 18}, {ACTION_UP, "4", 8},    {ACTION_ENTER, "1", 0},
     };
     for (const auto &step : steps) {
         draw("1\n2\n3\n4\n5\n6\n7\n8", step.action);
@@ -189,7 +190,8 @@ TEST_F(InfoTest, GarbageIsHarmless)
 }
 
 /* A plain word wrapper for glyphs that are all 5 pixels wide. */
-class Wrapper {
+class Wrapper
+{
 public:
     Wrapper(std::string text, bool words) : text_(std::move(text)), words_(words) {}
 

@@ -16,7 +16,8 @@ static std::vector<const char *> letters(int count)
     return items;
 }
 
-class ListTest : public WidgetTest {
+class ListTest : public WidgetTest
+{
 protected:
     /* The rows of a list with title and bottom line after `action`: room for three. */
     std::string view(const std::vector<const char *> &items, int action)
@@ -35,9 +36,9 @@ TEST_F(ListTest, KeysMoveTheSelectionThroughTheView)
         int action;
         const char *view;
     } steps[] = {
-        {ACTION_ENTER, "[A]BC"}, {ACTION_UP, "[A]BC"},   {ACTION_DOWN, "A[B]C"}, {ACTION_DOWN, "AB[C]"},
-        {ACTION_DOWN, "BC[D]"},  {ACTION_DOWN, "CD[E]"}, {ACTION_DOWN, "CD[E]"}, {ACTION_UP, "C[D]E"},
-        {ACTION_TICK, "C[D]E"},  {ACTION_UP, "[C]DE"},   {ACTION_UP, "[B]CD"},   {ACTION_LEFT, "[B]CD"},
+        {ACTION_ENTER, "[A]BC"}, {ACTION_UP, "[A]BC"},   {ACTION_DOWN, "A[B]C"},  {ACTION_DOWN, "AB[C]"},
+        {ACTION_DOWN, "BC[D]"},  {ACTION_DOWN, "CD[E]"}, {ACTION_DOWN, "CD[E]"},  {ACTION_UP, "C[D]E"},
+        {ACTION_TICK, "C[D]E"},  {ACTION_UP, "[C]DE"},   {ACTION_UP, "[B]CD"},    {ACTION_LEFT, "[B]CD"},
         {ACTION_UP, "[A]BC"},    {ACTION_DOWN, "A[B]C"}, {ACTION_ENTER, "[A]BC"},
     };
     for (const auto &step : steps) {
@@ -52,10 +53,10 @@ TEST_F(ListTest, EnteringRestoresTheStoredSelection)
         int count, cursor_row, stored;
         const char *view;
     } cases[] = {
-        {5, 0, 0, "[A]BC"}, {5, 0, 1, "A[B]C"}, {5, 0, 2, "B[C]D"},  {5, 0, 3, "C[D]E"},  {5, 0, 4, "CD[E]"},
-        {5, 2, 4, "CD[E]"}, {5, 2, 2, "AB[C]"}, {5, 2, 1, "A[B]C"},  {5, 9, 1, "A[B]C"},  {5, -9, 2, "B[C]D"},
-        {5, 2, 0, "[A]BC"}, {5, 0, 5, "[A]BC"}, {5, 2, -1, "[A]BC"}, {3, 0, 2, "AB[C]"},  {3, 2, 1, "A[B]C"},
-        {9, 5, 6, "[G]HI"}, {2, 0, 1, "A[B]"},  {2, 0, INT_MAX, "[A]B"},   {24, 0, 19, "RS[T]"}, {24, 0, 20, "[A]BC"},
+        {5, 0, 0, "[A]BC"}, {5, 0, 1, "A[B]C"}, {5, 0, 2, "B[C]D"},      {5, 0, 3, "C[D]E"},   {5, 0, 4, "CD[E]"},
+        {5, 2, 4, "CD[E]"}, {5, 2, 2, "AB[C]"}, {5, 2, 1, "A[B]C"},      {5, 9, 1, "A[B]C"},   {5, -9, 2, "B[C]D"},
+        {5, 2, 0, "[A]BC"}, {5, 0, 5, "[A]BC"}, {5, 2, -1, "[A]BC"},     {3, 0, 2, "AB[C]"},   {3, 2, 1, "A[B]C"},
+        {9, 5, 6, "[G]HI"}, {2, 0, 1, "A[B]"},  {2, 0, INT_MAX, "[A]B"}, {24, 0, 19, "RS[T]"}, {24, 0, 20, "[A]BC"},
     };
     for (const auto &test : cases) {
         state = {};
@@ -99,7 +100,7 @@ TEST_F(ListTest, FrameBoxAndBarHaveTheirPlaces)
         int language;
         const char *title, *bottom_line;
         int count;
-        const char *title_line;      // as read from the screen
+        const char *title_line;       // as read from the screen
         std::vector<int> rules, rows; // rows of pixels and top edges
         int box_top, box_height, box_width, bar_height;
     } cases[] = {
@@ -236,7 +237,7 @@ TEST_F(ListTest, ScrollBarShowsThePosition)
     const struct {
         int height, length, total, position, offset, thumb;
     } cases[] = {
-        {40, 1, 5, 1, 0, 6},  {40, 1, 5, 3, 12, 6},  {40, 1, 5, 5, 24, 6},   {40, 1, 7, 6, 21, 4},
+        {40, 1, 5, 1, 0, 6},  {40, 1, 5, 3, 12, 6},   {40, 1, 5, 5, 24, 6},   {40, 1, 7, 6, 21, 4},
         {40, 1, 7, 7, 26, 4}, {40, 1, 60, 59, 29, 1}, {40, 1, 60, 60, 29, 1}, {40, 2, 5, 2, 12, 12},
         {11, 1, 1, 1, 0, 1},  {64, 3, 4, 1, 0, 40},
     };

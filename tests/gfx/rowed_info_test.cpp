@@ -24,7 +24,8 @@ static std::vector<InfoRow> table(int count)
     return rows;
 }
 
-class RowedInfoTest : public WidgetTest {
+class RowedInfoTest : public WidgetTest
+{
 protected:
     /* The rows of a table with title and bottom line after `action`: room for three. */
     std::string view(const std::vector<InfoRow> &rows, int action)
@@ -43,10 +44,10 @@ TEST_F(RowedInfoTest, KeysScrollByARow)
         int count, action;
         const char *view;
     } steps[] = {
-        {5, ACTION_DOWN, "B~2 C~3 D~4"},  {5, ACTION_ENTER, "A~1 B~2 C~3"}, {5, ACTION_UP, "A~1 B~2 C~3"},
-        {5, ACTION_DOWN, "B~2 C~3 D~4"},  {5, ACTION_DOWN, "C~3 D~4 E~5"},  {5, ACTION_DOWN, "C~3 D~4 E~5"},
-        {5, ACTION_TICK, "C~3 D~4 E~5"},  {5, ACTION_UP, "B~2 C~3 D~4"},    {4, ACTION_OK, "B~2 C~3 D~4"},
-        {5, ACTION_DOWN, "C~3 D~4 E~5"},  {4, ACTION_TICK, "A~1 B~2 C~3"}, // a table that shrinks below the view
+        {5, ACTION_DOWN, "B~2 C~3 D~4"}, {5, ACTION_ENTER, "A~1 B~2 C~3"}, {5, ACTION_UP, "A~1 B~2 C~3"},
+        {5, ACTION_DOWN, "B~2 C~3 D~4"}, {5, ACTION_DOWN, "C~3 D~4 E~5"},  {5, ACTION_DOWN, "C~3 D~4 E~5"},
+        {5, ACTION_TICK, "C~3 D~4 E~5"}, {5, ACTION_UP, "B~2 C~3 D~4"},    {4, ACTION_OK, "B~2 C~3 D~4"},
+        {5, ACTION_DOWN, "C~3 D~4 E~5"}, {4, ACTION_TICK, "A~1 B~2 C~3"}, // a table that shrinks below the view
     };
     for (const auto &step : steps)
         EXPECT_EQ(view(table(step.count), step.action), step.view) << "at " << &step - steps;

@@ -19,7 +19,8 @@ static std::string letters(int count)
 
 /* Glyphs of 5 x 2 pixels in font 1 for the letters a to z, blank and full stop: the upper row shows the low five bits
  * of the character, the lower one is full. No other character has one. */
-class Text : public testing::Test {
+class Text : public testing::Test
+{
 protected:
     Text()
     {
@@ -71,8 +72,12 @@ TEST_F(Text, GlyphsAreNamedAndMeasuredByFont)
         const char *name;
         int spacing, lineGap;
     } cases[] = {
-        {"A", 1, 0, "U_0041", 1, 0},        {"A", 2, 0, "U_0041_2", 2, 0},        {"\xC3\xA9", 1, 5, "U_00e9", 1, 0},
-        {"\xC3\xA9", 3, 8, "U_00e9_3", 3, 0}, {"\xEF\xBF\xBD", 1, 6, "U_fffd", 1, 4}, {"\xF0", 1, 7, "U_0000", 1, 4},
+        {"A", 1, 0, "U_0041", 1, 0},
+        {"A", 2, 0, "U_0041_2", 2, 0},
+        {"\xC3\xA9", 1, 5, "U_00e9", 1, 0},
+        {"\xC3\xA9", 3, 8, "U_00e9_3", 3, 0},
+        {"\xEF\xBF\xBD", 1, 6, "U_fffd", 1, 4},
+        {"\xF0", 1, 7, "U_0000", 1, 4},
     };
     for (const auto &c : cases) {
         root.use_language(c.language);

@@ -12,7 +12,8 @@
 
 /* Every ASCII character has a glyph of 5 x 12 pixels: a full row at the top, a full column at the left, the bits of its
  * code in the right column, four blank rows. */
-class WidgetTest : public testing::Test {
+class WidgetTest : public testing::Test
+{
 protected:
     void SetUp() override
     {

@@ -99,7 +99,8 @@ static void write_page(const Options &options, const std::map<std::string, Pictu
         page << "<th>" << language << "</th>";
     int index = 0;
     for (const auto &[name, picture] : pictures) {
-        const int x = SHEET_GAP + index % SHEET_COLUMNS * CELL_WIDTH, y = SHEET_GAP + index / SHEET_COLUMNS * CELL_HEIGHT;
+        const int x = SHEET_GAP + index % SHEET_COLUMNS * CELL_WIDTH,
+                  y = SHEET_GAP + index / SHEET_COLUMNS * CELL_HEIGHT;
         page << "</tr>\n<tr style=\"--at:-" << x << "px -" << y << "px\"><th>" << name << "</th>";
         for (const std::string &language : options.languages)
             page << "<td class=\"" << language << "\" style=\"background-position:var(--at)\"></td>";

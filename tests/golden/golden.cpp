@@ -31,8 +31,10 @@ static Options parse_options(int argc, char **argv)
 {
     Options options;
     const std::map<std::string, std::string *> values = {
-        {"--replay", &options.source.replay},       {"--assets", &options.source.assets},
-        {"--scenarios", &options.source.scenarios}, {"--references", &options.references},
+        {"--replay", &options.source.replay},
+        {"--assets", &options.source.assets},
+        {"--scenarios", &options.source.scenarios},
+        {"--references", &options.references},
         {"--report", &options.report},
     };
     for (int i = 1; i < argc; i++) {

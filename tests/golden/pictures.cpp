@@ -10,7 +10,8 @@
 namespace fs = std::filesystem;
 
 /* A router root for one run, with a link to the built assets; removed with its owner. */
-class PrivateRoot {
+class PrivateRoot
+{
 public:
     explicit PrivateRoot(const fs::path &assets)
     {

@@ -4,7 +4,8 @@
 #include <gtest/gtest.h>
 #include <sys/time.h>
 
-class DeskClock : public testing::Test {
+class DeskClock : public testing::Test
+{
 protected:
     ~DeskClock() override { unsetenv("PANEL_CLOCK"); }
 

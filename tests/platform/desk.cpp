@@ -24,7 +24,8 @@ TEST(DeskRootDeathTest, RefusesToStartWithoutAFolderOfItsOwn)
         EXPECT_EXIT(start_on(name), testing::ExitedWithCode(1), "PANEL_ROOT");
 }
 
-class Desk : public testing::Test {
+class Desk : public testing::Test
+{
 protected:
     const std::filesystem::path &root = desk_folder();
 };

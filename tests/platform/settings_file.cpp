@@ -30,7 +30,8 @@ static std::string take(char *value)
     return text;
 }
 
-class SettingsStore : public testing::Test {
+class SettingsStore : public testing::Test
+{
 protected:
     ~SettingsStore() override { std::filesystem::remove(path); }
 

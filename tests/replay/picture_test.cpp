@@ -13,11 +13,7 @@ static constexpr struct {
     size_t byte;
     uint8_t bit;
 } corners[] = {
-    {0, 63, 0, 0x80},
-    {127, 63, 15, 0x01},
-    {0, 0, 1008, 0x80},
-    {127, 0, 1023, 0x01},
-    {11, 62, 17, 0x10},
+    {0, 63, 0, 0x80}, {127, 63, 15, 0x01}, {0, 0, 1008, 0x80}, {127, 0, 1023, 0x01}, {11, 62, 17, 0x10},
 };
 
 /* The empty screen with one pixel drawn. */

@@ -23,8 +23,8 @@ TEST(RunScenario, HoldsThePlayAndTheTraceToWhatIsExpected)
             root.write("/a.trace", expected);
         std::filesystem::create_directory(root.path("/work"));
         const std::string runner = SOURCE_DIR "/tests/run_scenario.sh " BUILT_BIN "/panel-replay " BUILT_ROOT " ";
-        const ProgramRun played = run(root, "TMPDIR=" + root.path("/work").string() + " " + runner +
-                                                root.path("/a.scenario").string());
+        const ProgramRun played =
+            run(root, "TMPDIR=" + root.path("/work").string() + " " + runner + root.path("/a.scenario").string());
         EXPECT_EQ(played.status, status) << scenario << played.out << played.err;
         EXPECT_TRUE(std::filesystem::is_empty(root.path("/work"))) << scenario;
     }

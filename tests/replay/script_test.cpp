@@ -41,14 +41,10 @@ TEST(SplitLine, RefusesMalformedQuotes)
     const struct {
         const char *line, *error;
     } cases[] = {
-        {R"(nvram a ")", "a quoted word has no end"},
-        {R"(nvram a "b)", "a quoted word has no end"},
-        {R"(nvram a "b\)", "a quoted word has no end"},
-        {R"(nvram a "b\")", "a quoted word has no end"},
-        {R"(nvram "a"b)", "no blank behind a quoted word"},
-        {R"(nvram "a""b")", "no blank behind a quoted word"},
-        {R"("\q")", "an escape is unknown or incomplete"},
-        {R"("\x4")", "an escape is unknown or incomplete"},
+        {R"(nvram a ")", "a quoted word has no end"},        {R"(nvram a "b)", "a quoted word has no end"},
+        {R"(nvram a "b\)", "a quoted word has no end"},      {R"(nvram a "b\")", "a quoted word has no end"},
+        {R"(nvram "a"b)", "no blank behind a quoted word"},  {R"(nvram "a""b")", "no blank behind a quoted word"},
+        {R"("\q")", "an escape is unknown or incomplete"},   {R"("\x4")", "an escape is unknown or incomplete"},
         {R"("\xgg")", "an escape is unknown or incomplete"},
     };
     for (const auto &[line, error] : cases)

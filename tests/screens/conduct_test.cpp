@@ -15,7 +15,8 @@ static void draw(int action)
 }
 
 /* A screen of the test's own, and the real ones that it leads to. */
-class ConductTest : public testing::Test {
+class ConductTest : public testing::Test
+{
 protected:
     ConductTest()
     {

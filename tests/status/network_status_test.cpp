@@ -14,12 +14,23 @@ TEST(NetworkStatus, ClassifiesValues)
         int shown, state, count;
     };
     const ValueCase cases[] = {
-        {"lan on\n", 0, STATUS_ON, 0},       {"lan=onward", 0, STATUS_ON, 0},    {"lan off", 1, STATUS_OFF, 0},
-        {"lan offline\n", 1, STATUS_OFF, 0}, {"lan blink", 0, STATUS_BLINK, 0},  {"lan 3\n", 0, STATUS_ON, 3},
-        {"lan 0", 1, STATUS_OFF, 0},         {"lan 99999999999", 0, STATUS_ON, 2147483647},
-        {"lan", 1, STATUS_OFF, 0},           {"", 1, STATUS_OFF, 0},             {"la", 1, STATUS_OFF, 0},
-        {"lan  on", 1, 1, 0},                {"lan  on", 0, 0, 0},               {"lan \n", 1, 1, 0},
-        {"lan -2", 1, 1, 0},                 {"lan ON", 0, 0, 0},                {std::string(500, 'x'), 1, 1, 0},
+        {"lan on\n", 0, STATUS_ON, 0},
+        {"lan=onward", 0, STATUS_ON, 0},
+        {"lan off", 1, STATUS_OFF, 0},
+        {"lan offline\n", 1, STATUS_OFF, 0},
+        {"lan blink", 0, STATUS_BLINK, 0},
+        {"lan 3\n", 0, STATUS_ON, 3},
+        {"lan 0", 1, STATUS_OFF, 0},
+        {"lan 99999999999", 0, STATUS_ON, 2147483647},
+        {"lan", 1, STATUS_OFF, 0},
+        {"", 1, STATUS_OFF, 0},
+        {"la", 1, STATUS_OFF, 0},
+        {"lan  on", 1, 1, 0},
+        {"lan  on", 0, 0, 0},
+        {"lan \n", 1, 1, 0},
+        {"lan -2", 1, 1, 0},
+        {"lan ON", 0, 0, 0},
+        {std::string(500, 'x'), 1, 1, 0},
     };
     const TestRoot root;
     for (const ValueCase &test : cases) {

@@ -10,7 +10,8 @@
 #include <string>
 #include <string_view>
 
-class TestRoot {
+class TestRoot
+{
 public:
     TestRoot()
     {
