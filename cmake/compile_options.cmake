@@ -9,7 +9,7 @@ if(PANEL_WERROR)
 endif()
 if(PANEL_SANITIZE)
   target_compile_options(panel_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
-                         -fno-omit-frame-pointer -O1)
+                         -fno-omit-frame-pointer -O1 -g1)
   target_link_options(panel_options INTERFACE -fsanitize=address,undefined)
 endif()
 
