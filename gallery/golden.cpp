@@ -1,16 +1,15 @@
 /* Compares the pictures that the golden scenarios draw with their references.
  *
- *     golden --replay PROGRAM --assets ROOT --scenarios DIR --references DIR [--report FILE] [--accept]
+ *     golden --replay PROGRAM --assets ROOT --scenarios DIR --references DIR --report FILE [--accept]
  *
  * The reference of a picture is NAME.txt, 64 lines of # and . in the folder of references. A picture that differs, one
  * without a reference and a reference without a picture all fail. --accept makes the references what the scenarios
  * draw, the only way to change them. */
-#include "tests/golden/pictures.h"
+#include "gallery/pictures.h"
 
-#include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 using Pictures = std::map<std::string, Picture>;
@@ -21,35 +20,16 @@ struct Options {
     bool accept = false;
 };
 
-[[noreturn]] static void fail(const std::string &reason)
-{
-    std::cerr << "golden: " << reason << '\n';
-    std::exit(2);
-}
-
-static Options parse_options(int argc, char **argv)
+static Options read_options(int argc, char **argv)
 {
     Options options;
-    const std::map<std::string, std::string *> values = {
-        {"--replay", &options.source.replay},
-        {"--assets", &options.source.assets},
-        {"--scenarios", &options.source.scenarios},
-        {"--references", &options.references},
-        {"--report", &options.report},
-    };
-    for (int i = 1; i < argc; i++) {
-        const std::string word = argv[i];
-        const auto value = values.find(word);
-        if (word == "--accept")
-            options.accept = true;
-        else if (value != values.end() && i + 1 < argc)
-            *value->second = argv[++i];
-        else
-            fail("unknown option or missing value: " + word);
+    const std::map<std::string, std::string *> values = {{"--references", &options.references},
+                                                         {"--report", &options.report}};
+    for (const std::string &word : parse_options(argc, argv, options.source, values)) {
+        if (word != "--accept")
+            throw std::runtime_error("unknown option " + word);
+        options.accept = true;
     }
-    for (const auto &[name, value] : values)
-        if (value->empty() && name != "--report")
-            fail(name + " is needed");
     return options;
 }
 
@@ -112,8 +92,6 @@ static void report(const Options &options, const std::vector<Mismatch> &mismatch
         if (!mismatch.expected.empty() && !mismatch.got.empty())
             print("difference:", difference(mismatch.expected, mismatch.got));
     }
-    if (options.report.empty())
-        return;
     std::ofstream page(options.report);
     page << "<!doctype html><meta charset=\"utf-8\"><title>Golden pictures</title><style>body{font-family:sans-serif}"
             "figure{display:inline-block;margin:8px}svg{width:512px;background:#dde5d0;shape-rendering:crispEdges}"
@@ -157,15 +135,9 @@ static void accept(const fs::path &folder, const std::vector<Mismatch> &mismatch
     }
 }
 
-int main(int argc, char **argv)
+static int run(const Options &options)
 {
-    const Options options = parse_options(argc, argv);
-    Pictures pictures;
-    try {
-        pictures = draw_pictures(options.source, "en").pictures;
-    } catch (const std::exception &error) {
-        fail(error.what());
-    }
+    const Pictures pictures = draw_pictures(options.source, "en").pictures;
     const std::vector<Mismatch> mismatches = compare(pictures, read_references(options.references));
     if (options.accept) {
         accept(options.references, mismatches);
@@ -174,4 +146,14 @@ int main(int argc, char **argv)
     report(options, mismatches);
     std::cout << pictures.size() << " pictures, " << mismatches.size() << " mismatches\n";
     return mismatches.empty() ? 0 : 1;
+}
+
+int main(int argc, char **argv)
+{
+    try {
+        return run(read_options(argc, argv));
+    } catch (const std::exception &error) {
+        std::cerr << "golden: " << error.what() << '\n';
+        return 2;
+    }
 }

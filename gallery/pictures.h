@@ -20,6 +20,11 @@ struct PictureSource {
     std::string scenarios; // folder of the scenarios
 };
 
+/* The options of a program that draws: those of the source and its own `values`, each "--name VALUE" and needed. The
+ * words that are none of them. Throws std::runtime_error when one is missing. */
+std::vector<std::string> parse_options(int argc, char **argv, PictureSource &source,
+                                       std::map<std::string, std::string *> values);
+
 /* What the scenarios draw in one language. */
 struct PictureSet {
     std::map<std::string, Picture> pictures;

@@ -1,4 +1,4 @@
-#include "tests/golden/contact_sheet.h"
+#include "gallery/contact_sheet.h"
 
 #include <cstdint>
 #include <png.h>

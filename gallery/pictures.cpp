@@ -1,4 +1,4 @@
-#include "tests/golden/pictures.h"
+#include "gallery/pictures.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -8,6 +8,24 @@
 #include <stdexcept>
 
 namespace fs = std::filesystem;
+
+std::vector<std::string> parse_options(int argc, char **argv, PictureSource &source,
+                                       std::map<std::string, std::string *> values)
+{
+    values.insert({{"--replay", &source.replay}, {"--assets", &source.assets}, {"--scenarios", &source.scenarios}});
+    std::vector<std::string> others;
+    for (int i = 1; i < argc; i++) {
+        const auto value = values.find(argv[i]);
+        if (value != values.end() && i + 1 < argc)
+            *value->second = argv[++i];
+        else
+            others.push_back(argv[i]);
+    }
+    for (const auto &[name, value] : values)
+        if (value->empty())
+            throw std::runtime_error(name + " is needed");
+    return others;
+}
 
 /* A router root for one run, with a link to the built assets; removed with its owner. */
 class PrivateRoot

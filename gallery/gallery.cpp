@@ -4,15 +4,14 @@
  *
  * Without CODEs (nvram codes: "de"), all nine languages. Fails, after writing all sheets, when the drawing code refused
  * a text, a glyph was missing, or a page of text changed at its next redraw. */
-#include "tests/golden/contact_sheet.h"
-#include "tests/golden/pictures.h"
+#include "gallery/contact_sheet.h"
+#include "gallery/pictures.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <exception>
 #include <fstream>
 #include <iostream>
 #include <set>
+#include <stdexcept>
 
 namespace fs = std::filesystem;
 
@@ -27,34 +26,13 @@ static const std::vector<std::string> all_languages = {"en", "es", "fr", "de", "
 /* What the daemon says of a list that is meant to be empty. */
 static const std::string expected_message = "drawRowedInfo return, totalContentLineNum 0";
 
-[[noreturn]] static void fail(const std::string &reason)
-{
-    std::cerr << "gallery: " << reason << '\n';
-    std::exit(2);
-}
-
-static Options parse_options(int argc, char **argv)
+static Options read_options(int argc, char **argv)
 {
     Options options;
-    const std::map<std::string, std::string *> values = {
-        {"--replay", &options.source.replay},
-        {"--assets", &options.source.assets},
-        {"--scenarios", &options.source.scenarios},
-        {"--output", &options.output},
-    };
-    for (int i = 1; i < argc; i++) {
-        const std::string word = argv[i];
-        const auto value = values.find(word);
-        if (value != values.end() && i + 1 < argc)
-            *value->second = argv[++i];
-        else if (std::find(all_languages.begin(), all_languages.end(), word) != all_languages.end())
-            options.languages.push_back(word);
-        else
-            fail("unknown option, language or missing value: " + word);
-    }
-    for (const auto &[name, value] : values)
-        if (value->empty())
-            fail(name + " is needed");
+    options.languages = parse_options(argc, argv, options.source, {{"--output", &options.output}});
+    for (const std::string &word : options.languages)
+        if (std::find(all_languages.begin(), all_languages.end(), word) == all_languages.end())
+            throw std::runtime_error("unknown option or language " + word);
     if (options.languages.empty())
         options.languages = all_languages;
     return options;
@@ -127,10 +105,10 @@ static int run(const Options &options)
 
 int main(int argc, char **argv)
 {
-    const Options options = parse_options(argc, argv);
     try {
-        return run(options);
+        return run(read_options(argc, argv));
     } catch (const std::exception &error) {
-        fail(error.what());
+        std::cerr << "gallery: " << error.what() << '\n';
+        return 2;
     }
 }

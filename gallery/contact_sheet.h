@@ -1,7 +1,7 @@
 /* Many pictures on one sheet. */
 #pragma once
 
-#include "tests/golden/pictures.h"
+#include "gallery/pictures.h"
 
 #include <string>
 #include <vector>
