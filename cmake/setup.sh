@@ -42,5 +42,7 @@ build() {
         rm -f "$log"
         die "the build of $preset failed"
     fi
+    # Of a good build only what the asset compilers warn of is worth a look.
+    grep ': warning:' "$log" || true
     rm -f "$log"
 }

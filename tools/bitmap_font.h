@@ -17,7 +17,8 @@ struct FontGlyph {
     int advance; // width of the cell
 };
 
-class BitmapFont {
+class BitmapFont
+{
 public:
     /* Throws when the file is no bitmap font. */
     explicit BitmapFont(const std::filesystem::path &file);

@@ -8,7 +8,8 @@
 #include <string_view>
 
 /* Turns bytes of one character set into bytes of another. */
-class Converter {
+class Converter
+{
 public:
     /* Throws when the C library does not know one of them. */
     Converter(const char *to, const char *from);

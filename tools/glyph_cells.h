@@ -7,8 +7,9 @@
  * panel puts no spacing, keeps a blank column on each side. */
 Picture latin_cell(char32_t c, const FontGlyph &glyph);
 
-/* A glyph of an East Asian font in font 1: its whole cell, so that texts keep their grid; trimmed if half as wide. */
-Picture east_asian_cell(const FontGlyph &glyph);
+/* A glyph of an East Asian font in font 1: its whole cell, so that texts keep their grid; trimmed if half as wide. The
+ * letters of other alphabets there are Latin ones. */
+Picture east_asian_cell(char32_t c, const FontGlyph &glyph);
 
 /* A digit of a large font whose digits are `width` pixels wide and `height` high: in the middle of that cell. */
 Picture digit_cell(const FontGlyph &glyph, int width, int height);

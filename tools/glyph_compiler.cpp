@@ -1,8 +1,8 @@
 #include "tools/glyph_compiler.h"
 
+#include "tools/glyph_files.h"
 #include "tools/glyph_sets.h"
 #include "tools/glyph_sources.h"
-#include "tools/glyph_widths.h"
 #include "tools/notice.h"
 #include "tools/output.h"
 #include "tools/panel_text.h"

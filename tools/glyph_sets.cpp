@@ -6,7 +6,8 @@
 #include <span>
 #include <stdexcept>
 
-namespace {
+namespace
+{
 struct Range {
     char32_t first;
     char32_t last;
@@ -18,7 +19,7 @@ struct CodeTable {
     int first;
     int last;
 };
-}
+} // namespace
 
 /* Printable ASCII belongs to the packs: host names, addresses and passwords are written in it. */
 static constexpr Range packs_ranges[] = {{0x20, 0x7E}};

@@ -1,7 +1,7 @@
 #include "tools/glyph_sources.h"
 
 #include "tools/glyph_cells.h"
-#include "tools/glyph_widths.h"
+#include "tools/glyph_files.h"
 #include "tools/problems.h"
 
 #include <algorithm>
@@ -9,13 +9,14 @@
 
 namespace fs = std::filesystem;
 
-namespace {
+namespace
+{
 struct FontFile {
     FontId id;
     const char *file;
     const char *package;
 };
-}
+} // namespace
 
 static constexpr FontFile font_files[] = {
     {FontId::LATIN, "misc/mplus_h10r.pcf.gz", "xfonts-mplus"},
@@ -119,7 +120,7 @@ std::optional<Picture> GlyphSources::text_glyph(char32_t c)
     if (const std::optional<FontGlyph> glyph = latin_glyph(c))
         return latin_cell(c, *glyph);
     if (const std::optional<FontGlyph> glyph = east_asian_glyph(c))
-        return east_asian_cell(*glyph);
+        return east_asian_cell(c, *glyph);
     return std::nullopt;
 }
 

@@ -14,7 +14,8 @@ constexpr int LARGE_FONTS[] = {2, 3}; // fonts of large digits
 
 enum class FontId { LATIN, LATIN_9, LATIN_EXTENDED, ASIAN, CHINESE, HANGUL, DIGITS_2, DIGITS_3 };
 
-class GlyphSources {
+class GlyphSources
+{
 public:
     /* Reads the own drawings in `own` and opens the font files below `fonts`; what is missing is reported. Without the
      * font of Chinese characters no glyph is under the GPL. */

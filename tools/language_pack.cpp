@@ -6,6 +6,8 @@
 
 #include <charconv>
 #include <optional>
+#include <set>
+#include <string_view>
 
 using EntryIndex = std::array<const PoEntry *, TEXT_COUNT>;
 
@@ -28,7 +30,7 @@ static std::optional<std::size_t> text_number(const std::string &context)
     return number;
 }
 
-static EntryIndex index_entries(const std::string &file, const std::vector<PoEntry> &entries, Problems &problems)
+static EntryIndex index_entries(const std::vector<PoEntry> &entries, Problems &problems)
 {
     EntryIndex index{};
     for (const PoEntry &entry : entries) {
@@ -41,26 +43,53 @@ static EntryIndex index_entries(const std::string &file, const std::vector<PoEnt
         else
             index[*number] = &entry;
     }
-    for (std::size_t number = 0; number < index.size(); ++number) {
-        if (index[number] == nullptr && !is_unused(number))
-            problems.error(file, "text " + std::to_string(number) + " is missing");
-    }
     return index;
 }
 
 PackTexts english_texts(const std::string &file, const std::vector<PoEntry> &entries, Problems &problems)
 {
-    const EntryIndex index = index_entries(file, entries, problems);
+    const EntryIndex index = index_entries(entries, problems);
     PackTexts texts;
     for (std::size_t number = 0; number < index.size(); ++number) {
         const PoEntry *entry = index[number];
-        if (entry == nullptr)
-            continue;
-        if (entry->id.empty())
-            problems.error(entry->place, "no text; one that is empty on purpose is written (empty)");
-        texts[number] = {panel_text(entry->id), entry->place};
+        if (entry != nullptr) {
+            if (entry->id.empty())
+                problems.error(entry->place, "no text; one that is empty on purpose is written (empty)");
+            texts[number] = {panel_text(entry->id), entry->place};
+        } else if (!is_unused(number)) {
+            problems.error(file, "text " + std::to_string(number) + " is missing");
+        }
     }
     return texts;
+}
+
+/* What a translation must take over: the keys, the TAB that parts a title, printf conversions. */
+static std::set<std::string_view> marks_of(std::string_view text)
+{
+    constexpr std::string_view fixed_marks[] = {"→", "←", "↕", "\t"};
+    constexpr std::string_view flags = "-+#.0123456789hl";
+    constexpr std::string_view conversions = "cdefgiopsuxX";
+    std::set<std::string_view> marks;
+    for (const std::string_view mark : fixed_marks) {
+        if (text.find(mark) != std::string_view::npos)
+            marks.insert(mark);
+    }
+    for (std::size_t at = text.find('%'); at < text.size(); at = text.find('%', at + 1)) {
+        const std::size_t end = text.find_first_not_of(flags, at + 1);
+        if (end < text.size() && conversions.find(text[end]) != std::string_view::npos)
+            marks.insert(text.substr(at, end + 1 - at));
+    }
+    return marks;
+}
+
+/* The first of `marks` that is not among `others`, as messages name it; "" when all are. */
+static std::string missing_mark(const std::set<std::string_view> &marks, const std::set<std::string_view> &others)
+{
+    for (const std::string_view mark : marks) {
+        if (!others.contains(mark))
+            return mark == "\t" ? "TAB" : std::string(mark);
+    }
+    return "";
 }
 
 /* What keeps a translation of `english` out of a pack, or "". */
@@ -74,23 +103,33 @@ static std::string translation_fault(const PoEntry &entry, const PoEntry &englis
         return "not translated; a text that is empty on purpose is written (empty)";
     if (entry.fuzzy)
         return "marked fuzzy: check the translation, then remove the mark";
+    const std::set<std::string_view> english_marks = marks_of(english.id);
+    const std::set<std::string_view> marks = marks_of(entry.text);
+    if (const std::string mark = missing_mark(english_marks, marks); !mark.empty())
+        return "lacks the " + mark + " of the English text";
+    if (const std::string mark = missing_mark(marks, english_marks); !mark.empty())
+        return "has a " + mark + " that the English text has not";
     return "";
 }
 
 PackTexts translated_texts(const std::string &file, const std::vector<PoEntry> &entries,
                            const std::vector<PoEntry> &english, Problems &problems)
 {
-    const EntryIndex index = index_entries(file, entries, problems);
+    const EntryIndex index = index_entries(entries, problems);
     PackTexts texts;
     for (const PoEntry &original : english) {
         const std::optional<std::size_t> number = text_number(original.context);
-        if (!number || index[*number] == nullptr)
+        if (!number)
             continue;
-        const PoEntry &entry = *index[*number];
-        const std::string fault = translation_fault(entry, original);
+        const PoEntry *entry = index[*number];
+        if (entry == nullptr) {
+            problems.error(file, "text " + std::to_string(*number) + " is missing; it is that of " + original.place);
+            continue;
+        }
+        const std::string fault = translation_fault(*entry, original);
         if (!fault.empty())
-            problems.error(entry.place, fault);
-        texts[*number] = {panel_text(entry.text), entry.place};
+            problems.error(entry->place, fault);
+        texts[*number] = {panel_text(entry->text), entry->place};
     }
     return texts;
 }

@@ -9,7 +9,8 @@
 void write_file(const std::filesystem::path &file, std::string_view content);
 
 /* A folder of files that takes the place of a former one at once: what the former one held is gone. */
-class OutputFolder {
+class OutputFolder
+{
 public:
     explicit OutputFolder(const std::filesystem::path &folder);
     ~OutputFolder();

@@ -5,12 +5,8 @@
 #include <iostream>
 
 static constexpr Option options[] = {
-    {"--set", Values::ONE, true},
-    {"--texts", Values::MANY, true},
-    {"--own", Values::ONE, true},
-    {"--fonts", Values::ONE, true},
-    {"--without-wqy", Values::NONE, false},
-    {"--output", Values::ONE, true},
+    {"--set", Values::ONE, true},     {"--texts", Values::MANY, true},        {"--own", Values::ONE, true},
+    {"--fonts", Values::ONE, true},   {"--without-wqy", Values::NONE, false}, {"--output", Values::ONE, true},
     {"--notice", Values::ONE, false},
 };
 

@@ -9,7 +9,8 @@
 
 class Problems;
 
-class Picture {
+class Picture
+{
 public:
     Picture(int width, int height);
 

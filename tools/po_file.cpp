@@ -2,13 +2,18 @@
 
 #include "tools/problems.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <gettext-po.h>
 #include <map>
 #include <memory>
 #include <string_view>
+
+/* Where each context stands; entries of one context in their order. */
+using ContextLines = std::multimap<std::string, std::size_t>;
 
 /* Module state: the library hands its callbacks no argument of ours. */
 static Problems *reading_problems;
@@ -74,12 +79,11 @@ static bool has_nul(std::string_view line)
     return false;
 }
 
-/* The line of each context. The library tells no line of a message, and ends a text at a NUL: refused here. */
-static std::map<std::string, std::size_t> scan_lines(const std::filesystem::path &path, Problems &problems)
+/* The lines of each context. The library tells no line of a message, and ends a text at a NUL: refused here. */
+static ContextLines scan_lines(const std::filesystem::path &path, std::istream &in, Problems &problems)
 {
     constexpr std::string_view keyword = "msgctxt \"";
-    std::map<std::string, std::size_t> lines;
-    std::ifstream in(path, std::ios::binary);
+    ContextLines lines;
     std::string line;
     for (std::size_t number = 1; std::getline(in, line); ++number) {
         if (line.starts_with(keyword))
@@ -90,6 +94,15 @@ static std::map<std::string, std::size_t> scan_lines(const std::filesystem::path
     return lines;
 }
 
+/* The place of the first entry of `context` that was not asked for yet. */
+static std::string take_place(ContextLines &lines, const std::filesystem::path &path, const std::string &context)
+{
+    const auto line = lines.lower_bound(context);
+    if (line == lines.end() || line->first != context)
+        return path.string();
+    return place_of(path, lines.extract(line).mapped());
+}
+
 static std::string string_or_empty(const char *text)
 {
     return text == nullptr ? "" : text;
@@ -97,11 +110,16 @@ static std::string string_or_empty(const char *text)
 
 std::vector<PoEntry> read_po_file(const std::filesystem::path &path, Problems &problems)
 {
-    const std::map<std::string, std::size_t> lines = scan_lines(path, problems);
+    std::vector<PoEntry> entries;
+    std::ifstream in(path, std::ios::binary);
+    if (!in) {
+        problems.error(path, std::string("cannot be opened: ") + std::strerror(errno));
+        return entries;
+    }
+    ContextLines lines = scan_lines(path, in, problems);
     reading_problems = &problems;
     reading_file = path.string();
     const std::unique_ptr<po_file, decltype(&po_file_free)> file(po_file_read(path.c_str(), &handler), po_file_free);
-    std::vector<PoEntry> entries;
     if (!file)
         return entries;
     const std::unique_ptr<struct po_message_iterator, decltype(&po_message_iterator_free)> iterator(
@@ -112,10 +130,11 @@ std::vector<PoEntry> read_po_file(const std::filesystem::path &path, Problems &p
         const bool header = context.empty() && id.empty();
         if (header || po_message_is_obsolete(message) != 0)
             continue;
-        const auto line = lines.find(context);
-        const std::string place = line == lines.end() ? path.string() : place_of(path, line->second);
+        const std::string place = take_place(lines, path, context);
         const bool fuzzy = po_message_is_fuzzy(message) != 0;
         entries.push_back({context, id, string_or_empty(po_message_msgstr(message)), fuzzy, place});
     }
+    if (entries.empty())
+        problems.error(path, "holds no texts");
     return entries;
 }

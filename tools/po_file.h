@@ -9,9 +9,9 @@ class Problems;
 
 struct PoEntry {
     std::string context;
-    std::string id;   // the English text
-    std::string text; // its translation; empty: none
-    bool fuzzy;       // the translation may not fit the English text any more
+    std::string id;    // the English text
+    std::string text;  // its translation; empty: none
+    bool fuzzy;        // the translation may not fit the English text any more
     std::string place; // where the entry stands
 };
 

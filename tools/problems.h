@@ -9,7 +9,8 @@
 std::string place_of(const std::string &file, std::size_t line);
 
 /* Prints each problem at once, as "PLACE: reason", and remembers whether one was an error. */
-class Problems {
+class Problems
+{
 public:
     explicit Problems(std::ostream &out) : out_(out) {}
 

@@ -3,16 +3,12 @@
 
 #include "tools/language_pack.h"
 
-class GlyphWidths;
+#include <filesystem>
 
-/* How a language is laid out. */
-struct LanguageLayout {
-    bool wide;            // the taller rows of Traditional Chinese, Japanese and Korean
-    bool breaks_anywhere; // a line of a page breaks after any character
-};
+class TrialPanel;
 
-/* The layout of a language by its code, "en" to "kr". */
-LanguageLayout language_layout(std::string_view code);
+/* Reports each text with a character that has no glyph in the folder `bitmaps`. */
+void check_characters(const PackTexts &texts, const std::filesystem::path &bitmaps, Problems &problems);
 
-/* Reports each text that cannot be drawn or does not fit; one that scrolls is a warning. */
-void check_texts(const PackTexts &texts, LanguageLayout layout, GlyphWidths &widths, Problems &problems);
+/* Reports each text that does not fit its room; one that scrolls is a warning. */
+void check_rooms(const PackTexts &texts, const TrialPanel &panel, Problems &problems);

@@ -7,6 +7,7 @@ static constexpr int LIST_WIDTH = LCD_WIDTH - 1;
 static constexpr int SCROLLED_LIST_WIDTH = 117; // beside a scroll bar
 static constexpr int VALUE_WIDTH = 72;          // most of a table's row that a value may take
 static constexpr int NAME_WIDTH = 74;           // of a row that a usual value leaves
+static constexpr int SCROLLED_NAME_WIDTH = 64;  // the same beside a scroll bar
 
 static constexpr int TITLE_BYTES = 127;
 static constexpr int SCROLL_BYTES = 299; // no text of one line may be longer
@@ -45,7 +46,7 @@ static constexpr TextRoom rooms[] = {
     {"{121}: 20 / 40", RoomKind::SCROLLS, LIST_WIDTH, SCROLLED_LIST_WIDTH, ROW_BYTES},
     {"{29}: ", RoomKind::SCROLLS, LIST_WIDTH, LIST_WIDTH, ROW_BYTES - NETWORK_NAME_BYTES},
     {"{30}: ", RoomKind::SCROLLS, LIST_WIDTH, LIST_WIDTH, ROW_BYTES - PASSWORD_BYTES},
-    {"{0}.254", RoomKind::SCROLLS, NAME_WIDTH, NAME_WIDTH, ROW_BYTES},
+    {"{0}.254", RoomKind::SCROLLS, NAME_WIDTH, SCROLLED_NAME_WIDTH, ROW_BYTES},
     {"4095.999{5}", RoomKind::FIXED, VALUE_WIDTH, VALUE_WIDTH, ROW_BYTES},
     {"9999.9{4,5}B", RoomKind::FIXED, VALUE_WIDTH, VALUE_WIDTH, ROW_BYTES},
     {"999{6}B", RoomKind::FIXED, VALUE_WIDTH, VALUE_WIDTH, ROW_BYTES},
@@ -67,10 +68,17 @@ static constexpr TextRoom rooms[] = {
     {"{146,147}", RoomKind::SCROLLS, LCD_WIDTH, LCD_WIDTH, SCROLL_BYTES},
 
     // Pages, and the mark that another one follows, which takes its room from a line of text.
-    {"{37-41,51,52,54-56,62-64,71,79,81,82,97,128-131,133,135,137-139,149}", RoomKind::PAGE, SCROLLED_LIST_WIDTH,
+    {"{37,40,41,51,52,54,55,64,79,130,131,138,139,149}", RoomKind::PAGE_OVER_LINE, SCROLLED_LIST_WIDTH,
      SCROLLED_LIST_WIDTH, LANGUAGE_PACK_BYTES},
+    {"{38,39,56,62,63,71,81,82,97,128,129,133,135,137}", RoomKind::PAGE, SCROLLED_LIST_WIDTH, SCROLLED_LIST_WIDTH,
+     LANGUAGE_PACK_BYTES},
     {"{140}", RoomKind::FIXED, 40, 40, SCROLL_BYTES},
 };
+
+bool is_page(RoomKind kind)
+{
+    return kind == RoomKind::PAGE || kind == RoomKind::PAGE_OVER_LINE;
+}
 
 std::span<const TextRoom> text_rooms()
 {

@@ -4,11 +4,15 @@
 #include <span>
 
 enum class RoomKind {
-    FIXED,   // one line that is not drawn, or covers something, when it is wider
-    SCROLLS, // one line that scrolls when it is wider
-    TITLE,   // one line; a TAB sends what follows to the right end, and then both parts must fit
-    PAGE,    // wrapped into lines; the widths are those of the longest word
+    FIXED,          // one line that is not drawn, or covers something, when it is wider
+    SCROLLS,        // one line that scrolls when it is wider
+    TITLE,          // one line; a TAB sends what follows to the right end, and then both parts must fit
+    PAGE,           // wrapped into lines, page by page
+    PAGE_OVER_LINE, // the same over a bottom line, which takes a row from each page
 };
+
+/* Whether texts are wrapped there. */
+bool is_page(RoomKind kind);
 
 /* Texts as a screen composes them: "{14-25} 30" is each of the texts 14 to 25 with " 30" behind, "{33,34}" either. */
 struct TextRoom {

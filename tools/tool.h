@@ -17,7 +17,8 @@ struct Option {
 };
 
 /* The options of a command line, checked against what the tool knows. */
-class Arguments {
+class Arguments
+{
 public:
     /* Throws std::invalid_argument for a line that the options do not allow. */
     Arguments(std::span<const char *const> words, std::span<const Option> options);

@@ -1,9 +1,11 @@
+#include "lang/language.h"
 #include "tests/tools/temp_folder.h"
 #include "tools/charset.h"
 #include "tools/glyph_compiler.h"
+#include "tools/glyph_files.h"
 #include "tools/glyph_sets.h"
-#include "tools/glyph_widths.h"
 #include "tools/problems.h"
+#include "tools/trial_panel.h"
 
 #include <gtest/gtest.h>
 
@@ -12,7 +14,8 @@
 using namespace std::string_literals;
 
 /* Glyphs made from the fonts of this machine, once for all tests. */
-class Glyphs : public testing::Test {
+class Glyphs : public testing::Test
+{
 protected:
     /* Makes `set` and the characters of `text` into the folder called `set`. */
     static GlyphJob job(const std::string &set, const std::string &text)
@@ -58,8 +61,6 @@ protected:
         return art;
     }
 
-    static bool has_glyph(char32_t c) { return std::filesystem::exists(*folder / "base" / glyph_name(c, 1)); }
-
     static constexpr const char *TEXT = "中文、ｱ寬直\u3000↕\\n";
     static inline const std::string HEADER = "msgid \"\"\nmsgstr \"Content-Type: text/plain; charset=UTF-8\\n\"\n\n";
     static inline TempFolder *folder;
@@ -71,17 +72,30 @@ TEST_F(Glyphs, MakeTextsOfTheWidthsThatTheScreensAreLaidOutFor)
         const char *text;
         int width;
     };
-    const Case cases[] = {
-        {"255.255.255.255", 77}, {"00:1F:33:8A:5F:2A", 81}, {"Wednesday", 49}, {"September 30", 61},
-        {"septiembre 30", 62},   {"Total", 22},             {"1", 5},          {".", 3},
-        {":", 3},                {",", 4},                  {"-", 7},          {"/", 6},
-        {"_", 7},                {" ", 4},                  {"\u00A0", 2},     {"\u3000", 11},
-        {"‘", 2},                {"„", 5},                  {"\x10", 9},       {"中文", 23},
-        {"ｱ", 5},
-    };
-    GlyphWidths widths(*folder / "base");
+    const Case cases[] = {{"255.255.255.255", 77},
+                          {"00:1F:33:8A:5F:2A", 81},
+                          {"Wednesday", 49},
+                          {"September 30", 61},
+                          {"septiembre 30", 62},
+                          {"Total", 22},
+                          {"1", 5},
+                          {".", 3},
+                          {":", 3},
+                          {",", 4},
+                          {"-", 7},
+                          {"/", 6},
+                          {"_", 7},
+                          {" ", 4},
+                          {"\u00A0", 2},
+                          {"\u3000", 11},
+                          {"‘", 2},
+                          {"„", 5},
+                          {"\x10", 9},
+                          {"中文", 23},
+                          {"ｱ", 5}};
+    const TrialPanel panel("en", "\xEF\xBB\xBF" + std::string(TEXT_COUNT, '\0'), *folder / "base");
     for (const Case &c : cases)
-        EXPECT_EQ(widths.text(decode_utf8(c.text).value()), c.width) << c.text;
+        EXPECT_EQ(panel.width(c.text), c.width) << c.text;
 }
 
 TEST_F(Glyphs, StandInTheirCells)
@@ -96,8 +110,13 @@ TEST_F(Glyphs, StandInTheirCells)
         {U'1', 1, ".....\n.....\n...#.\n..##.\n.#.#.\n...#.\n...#.\n...#.\n...#.\n.....\n.....\n.....\n"},
         {U'.', 1, "...\n...\n...\n...\n...\n...\n...\n...\n.#.\n...\n...\n...\n"},
         {U'€', 1, ".....\n.....\n..##.\n.#..#\n####.\n.#...\n####.\n.#..#\n..##.\n.....\n.....\n.....\n"},
-        {U'、', 1, "...........\n...........\n...........\n...........\n...........\n...........\n...........\n"
-                   "...........\n...........\n.#.........\n..#........\n..#........\n"},
+        {U'ſ', 1, "....\n....\n..##\n.#..\n.#..\n##..\n.#..\n.#..\n.#..\n....\n....\n....\n"},
+        {U'、', 1,
+         "...........\n...........\n...........\n...........\n...........\n...........\n...........\n"
+         "...........\n...........\n.#.........\n..#........\n..#........\n"},
+        {U'é', 1, "....\n..#.\n.#..\n....\n.##.\n#..#\n####\n#...\n.###\n....\n....\n....\n"},
+        {U'É', 1, "...#.\n..#..\n.....\n#####\n#....\n####.\n#....\n#....\n#####\n.....\n.....\n.....\n"},
+        {U'å', 1, ".##.\n#..#\n.##.\n....\n.##.\n...#\n.###\n#..#\n.###\n....\n....\n....\n"},
         {U'.', 2, ".....\n.....\n.....\n.....\n.....\n.....\n.....\n.....\n.....\n.....\n.###.\n.###.\n.###.\n"},
     };
     for (const Case &c : cases)
@@ -130,7 +149,7 @@ TEST_F(Glyphs, ComeFromTheFontThatDrawsThemBest)
     const auto differs = [&plain](char32_t c) {
         return read_file(*folder / "base" / glyph_name(c, 1)) != read_file(plain.output / glyph_name(c, 1));
     };
-    EXPECT_TRUE(differs(U'寬')); // Chinese alone
+    EXPECT_TRUE(differs(U'寬'));  // Chinese alone
     EXPECT_FALSE(differs(U'直')); // Japanese too: keeps its Japanese shape
     EXPECT_EQ(read_file(plain.notice).find("xfonts-wqy"), std::string::npos);
 }
@@ -159,16 +178,17 @@ TEST(GlyphSets, HoldWhatTheyAreFor)
 
 TEST_F(Glyphs, AreMadeForEveryTextAndKey)
 {
+    const std::filesystem::path base = *folder / "base";
     for (const char32_t c : std::u32string_view(U"\x10\x11\x12中‘„é"))
-        EXPECT_TRUE(has_glyph(c)) << character_name(c);
-    EXPECT_TRUE(has_glyph(0)); // what cannot be decoded
-    EXPECT_FALSE(has_glyph(U'\n') || has_glyph(U'↕'));
+        EXPECT_TRUE(has_glyph(base, c)) << character_name(c);
+    EXPECT_TRUE(has_glyph(base, 0)); // what cannot be decoded
+    EXPECT_FALSE(has_glyph(base, U'\n') || has_glyph(base, U'↕'));
 }
 
 TEST_F(Glyphs, ComeWithTheLicencesOfTheirFonts)
 {
     const std::string notice = read_file(*folder / "base.notice");
-    const char *const parts[] = {"xfonts-mplus, copyright", "xfonts-75dpi, copyright", "README.baekmuk",
+    const char *const parts[] = {"xfonts-mplus, copyright", "xfonts-75dpi, copyright",   "README.baekmuk",
                                  "README.shinonome",        "source package xfonts-wqy", "Adobe Systems"};
     for (const char *const part : parts)
         EXPECT_NE(notice.find(part), std::string::npos) << part;

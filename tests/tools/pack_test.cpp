@@ -2,7 +2,7 @@
 #include "lang/text_id.h"
 #include "tests/tools/temp_folder.h"
 #include "tools/composition.h"
-#include "tools/glyph_widths.h"
+#include "tools/glyph_files.h"
 #include "tools/pack_compiler.h"
 #include "tools/picture.h"
 #include "tools/problems.h"
@@ -25,7 +25,8 @@ static bool is_used(int number)
 }
 
 /* A template, a translation and glyphs, all valid until a test changes them. */
-class Pack : public testing::Test {
+class Pack : public testing::Test
+{
 protected:
     Pack()
     {
@@ -52,10 +53,11 @@ protected:
         glyphs->write(glyph_name(c, 1), bitmap_file(Picture(LETTER_WIDTH, height)));
     }
 
-    static std::string entry(int number, const std::string &text)
+    std::string entry(int number, const std::string &text)
     {
         const std::string name = std::to_string(number);
-        return "msgctxt \"" + name + " role\"\nmsgid \"en" + name + "\"\nmsgstr \"" + text + "\"\n";
+        const std::string id = ids.contains(number) ? ids[number] : "en" + name;
+        return "msgctxt \"" + name + " role\"\nmsgid \"" + id + "\"\nmsgstr \"" + text + "\"\n";
     }
 
     std::optional<std::string> compile(const std::string &file)
@@ -87,6 +89,7 @@ protected:
 
     static inline TempFolder *glyphs;
     TempFolder folder;
+    std::map<int, std::string> ids;     // English texts other than "en1"
     std::map<int, std::string> entries; // of the translation
     std::string source;
     std::ostringstream messages;
@@ -103,16 +106,17 @@ static std::string repeated(const std::string &text, int times)
 TEST_F(Pack, HoldsTheTextsInTheirOrder)
 {
     entries[0] = entry(0, "(empty)");
+    ids[1] = "←→↕";
     entries[1] = entry(1, "→←↕ a\\\"b");
     entries[3] = "msgctxt \"3 role\"\nmsgid \"en3\"\nmsgstr \"\"\n\"two \"\n\"parts\"\n";
-    entries[51] = entry(51, "line\\nand\\fpage");
+    entries[51] = entry(51, "line\\nand\\fa\\npage");
     std::swap(entries[148], entries[149]);
 
     const std::string pack = compile("de.po").value_or("");
 
     EXPECT_EQ(messages.str(), "");
     EXPECT_TRUE(pack.starts_with("\xEF\xBB\xBF\0\x10\x11\x12 a\"b\0\0two parts\0tr\0"s));
-    EXPECT_NE(pack.find("\0line\nand\fpage\0"s), std::string::npos);
+    EXPECT_NE(pack.find("\0line\nand\fa\npage\0"s), std::string::npos);
     EXPECT_TRUE(pack.ends_with("\0tr\0"s));
     EXPECT_EQ(std::ranges::count(pack, '\0'), TEXT_COUNT);
 }
@@ -123,7 +127,9 @@ TEST_F(Pack, OfTheTemplateHoldsItsOwnTexts)
     std::ostringstream out;
     Problems problems(out);
     const auto pack = compile_pack(folder / "panel.pot", "", *glyphs / ".", problems);
-    EXPECT_TRUE(pack.value_or("").starts_with("\xEF\xBB\xBF" "en0\0en1\0\0en3\0"s)) << out.str();
+    EXPECT_TRUE(pack.value_or("").starts_with("\xEF\xBB\xBF"
+                                              "en0\0en1\0\0en3\0"s))
+        << out.str();
 }
 
 TEST_F(Pack, RefusesTextsThatCannotBeShown)
@@ -135,7 +141,6 @@ TEST_F(Pack, RefusesTextsThatCannotBeShown)
         std::string message;
     };
     const std::string dots(300, '.');
-    const std::string long_word(24, 'w');
     const Case cases[] = {
         {"de.po", 50, "", "not translated; a text that is empty on purpose is written (empty)"},
         {"de.po", 50, "é", "U+00E9 é has no glyph of 12 rows"},
@@ -143,16 +148,77 @@ TEST_F(Pack, RefusesTextsThatCannotBeShown)
         {"de.po", 50, "😀", "U+1F600 😀 lies outside the Basic Multilingual Plane"},
         {"de.po", 50, "\\a", "U+0007 is a control character that the panel does not know"},
         {"de.po", 28, "a\\nb", "text 28 (\"a b\") has a line break or TAB where none can be"},
-        {"de.po", 51, "a\\tb", "text 51 (\"a | b\") has a line break or TAB where none can be"},
-        {"de.po", 32, "a\\tb", "text 32, 33 (\"a | b | tr\") has a line break or TAB where none can be"},
         {"de.po", 28, dots, "text 28 (\"" + dots + "\") has 300 bytes, its buffer holds 299"},
-        {"de.po", 51, "a " + long_word, "the word \"" + long_word + "\" is 119 pixels wide, there is room for 117"},
-        {"de.po", 51, repeated("a\\n", 200), "text 51 takes about 201 lines, a page holds 200"},
-        {"jp.po", 51, repeated("a\\f", 50), "text 51 takes about 201 lines, a page holds 200"},
     };
     for (const Case &c : cases) {
         const std::string valid = std::exchange(entries[c.number], entry(c.number, c.text));
         expect_refusal(c.file, c.number, c.message);
+        entries[c.number] = valid;
+    }
+}
+
+TEST_F(Pack, RefusesTabsWhereTheTemplateMayHaveNone)
+{
+    for (const int number : {32, 51}) { // a title that has a right part already, a page
+        ids[number] = "a\\tb";
+        const std::string valid = std::exchange(entries[number], entry(number, "a\\tb"));
+        expect_refusal("de.po", number, "text " + std::to_string(number));
+        EXPECT_NE(messages.str().find("has a line break or TAB where none can be"), std::string::npos);
+        entries[number] = valid;
+        ids.erase(number);
+    }
+}
+
+/* Text 51 stands over a bottom line, text 38 does not. */
+TEST_F(Pack, LaysPagesOutAsThePanelDoes)
+{
+    struct Case {
+        const char *file;
+        int number;
+        std::string text;
+        bool fits;
+        std::string message; // "": none
+    };
+    const std::string letters_23(23, 'w'); // as many as fit beside a scroll bar
+    const std::string letters_25(25, 'w'); // as many as fit where a page is all there is
+    const Case cases[] = {
+        {"de.po", 51, "a\\nb\\nc\\nd", false, "text 51, page 1, row 3: nothing shows what follows, \"d\""},
+        {"de.po", 51, "a\\nb\\nc\\nd e\\nf", true, ""},
+        {"de.po", 38, "a\\nb\\nc\\nd", true, ""},
+        {"kr.po", 51, "a\\nb\\nc", false, "text 51, page 1, row 2: nothing shows what follows, \"c\""},
+        {"kr.po", 38, "a\\nb\\nc", true, ""},
+        {"de.po", 51, "\\fgone", false, "text 51, page 1, row 1: nothing shows what follows, \"gone\""},
+
+        {"de.po", 51, "a " + letters_25, true, ""},
+        {"de.po", 51, "a " + letters_25 + "w", false,
+         "text 51, page 1, row 1: nothing shows what follows, \"" + letters_25 +
+             "w\", whose first word is 129 pixels wide: there is room for 117"},
+        {"kr.po", 51, letters_25 + "w", false, "text 51, page 1, row 1: nothing shows what follows, "},
+        {"jp.po", 51, letters_25 + letters_25, true, ""},
+        {"de.po", 51, repeated("a\\n", 200), true, ""},
+        {"de.po", 51, repeated("a\\n", 200) + "b", false,
+         "text 51, page 67, row 2: nothing shows what follows, \"b\": there is room for 200 rows"},
+        {"jp.po", 51, repeated("a b c\\f", 100) + "b", false, "text 51, page 100, row 2: nothing shows"},
+
+        {"de.po", 51, letters_25 + ", w", true, "text 51, page 1, row 2 begins with punctuation: \", w\""},
+        {"de.po", 51, letters_25 + " , w", true, "text 51, page 1, row 2 begins with punctuation"},
+        {"jp.po", 51, letters_25 + "-) w", true, ""},
+        {"jp.po", 51, letters_25 + ") w", true, "text 51, page 1, row 2 begins with punctuation: \") w\""},
+
+        {"de.po", 51, "a\\nb\\nc\\fd e", true, "text 51, page 2, row 1 stands alone on its page: \"d e\""},
+        {"de.po", 51, "a\\fb\\nc", true, "text 51, page 1, row 1 stands alone on its page: \"a\""},
+        {"de.po", 51, "a\\nb\\fc\\nd", true, ""},
+        {"kr.po", 51, "a\\nb\\fc", true, "text 51, page 2, row 1 stands alone on its page: \"c\""},
+    };
+    for (const Case &c : cases) {
+        const std::string valid = std::exchange(entries[c.number], entry(c.number, c.text));
+        EXPECT_EQ(compile(c.file).has_value(), c.fits) << c.text;
+        if (c.message.empty())
+            EXPECT_EQ(messages.str(), "") << c.text;
+        else
+            EXPECT_NE(messages.str().find((c.fits ? ": warning: " : ": ") + c.message), std::string::npos)
+                << c.message << "\nnot in\n"
+                << messages.str();
         entries[c.number] = valid;
     }
 }
@@ -162,7 +228,7 @@ TEST_F(Pack, RefusesTextsWiderThanTheirRoom)
     struct Case {
         const char *file;
         int number;
-        int letters; // most that fit
+        int letters;       // most that fit
         std::string shown; // one letter more, as it is refused
         int width;
         int room;
@@ -194,21 +260,49 @@ TEST_F(Pack, RefusesTextsWiderThanTheirRoom)
 
 TEST_F(Pack, LetsTextsScrollWhereTheyCan)
 {
-    entries[57] = entry(57, std::string(24, 'w'));  // an item beside a scroll bar
-    entries[31] = entry(31, std::string(25, 'w'));  // one of three items: only the wide languages need the bar
+    entries[57] = entry(57, std::string(24, 'w')); // an item beside a scroll bar
+    entries[31] = entry(31, std::string(25, 'w')); // one of three items: only the wide languages need the bar
     EXPECT_TRUE(compile("de.po"));
     EXPECT_NE(messages.str().find(": warning: text 57 "), std::string::npos);
     EXPECT_EQ(messages.str().find("text 31"), std::string::npos);
     EXPECT_TRUE(compile("kr.po"));
     EXPECT_NE(messages.str().find("text 31"), std::string::npos);
+
+    entries[0] = entry(0, std::string(10, 'w')); // ".254" follows; the list of the wide languages has a bar
+    EXPECT_TRUE(compile("de.po"));
+    EXPECT_EQ(messages.str().find("text 0 "), std::string::npos);
+    EXPECT_TRUE(compile("jp.po"));
+    EXPECT_NE(messages.str().find(": warning: text 0 "), std::string::npos);
 }
 
-TEST_F(Pack, LetsLinesBreakAnywhereInChineseAndJapanese)
+TEST_F(Pack, RefusesKeysAndFormatsThatDifferFromTheTemplate)
 {
-    entries[51] = entry(51, std::string(60, 'w'));
-    EXPECT_TRUE(compile("tc.po")) << messages.str();
-    EXPECT_TRUE(compile("jp.po")) << messages.str();
-    EXPECT_FALSE(compile("kr.po"));
+    struct Case {
+        const char *english;
+        const char *text;
+        const char *message;
+    };
+    const Case cases[] = {
+        {"Press ←", "tr", "lacks the ← of the English text"},
+        {"Press ←", "←→", "has a → that the English text has not"},
+        {"Title", "a\\tb", "has a TAB that the English text has not"},
+        {"%d of %s", "%s", "lacks the %d of the English text"},
+        {"100%", "%05.1lf", "has a %05.1lf that the English text has not"},
+    };
+    for (const Case &c : cases) {
+        ids[48] = c.english;
+        entries[48] = entry(48, c.text);
+        expect_refusal("de.po", 48, c.message);
+    }
+    ids[48] = "→ %d ←";
+    entries[48] = entry(48, "100 % ← %d →");
+    EXPECT_TRUE(compile("de.po")) << messages.str();
+}
+
+TEST_F(Pack, RefusesLanguagesThatThePanelDoesNotKnow)
+{
+    EXPECT_FALSE(compile("pl.po"));
+    EXPECT_EQ(messages.str(), source + ": the panel has no language \"pl\"\n");
 }
 
 TEST_F(Pack, RefusesEntriesThatAreNotThoseOfTheTemplate)
@@ -222,8 +316,7 @@ TEST_F(Pack, RefusesEntriesThatAreNotThoseOfTheTemplate)
         {"#, fuzzy\n" + entry(50, "tr"), 50, "marked fuzzy"},
         {"msgctxt \"50 role\"\nmsgid \"old\"\nmsgstr \"tr\"\n", 50,
          "the template has the text \"en50\", here it is \"old\""},
-        {"msgctxt \"50 label\"\nmsgid \"en50\"\nmsgstr \"tr\"\n", 50,
-         "the template has the context \"50 role\""},
+        {"msgctxt \"50 label\"\nmsgid \"en50\"\nmsgstr \"tr\"\n", 50, "the template has the context \"50 role\""},
         {entry(50, "tr") + "msgctxt \"50 again\"\nmsgid \"en50\"\nmsgstr \"tr\"\n", 50, "text 50 stands already at "},
         {entry(50, "tr") + entry(107, "tr"), 107, "no text of a pack has the context \"107 role\""},
         {entry(50, "tr") + entry(150, "tr"), 150, "no text of a pack has the context \"150 role\""},
@@ -241,7 +334,7 @@ TEST_F(Pack, RefusesFilesThatAreNoTranslations)
         std::string message;
     };
     const Case cases[] = {
-        {"", ": text 0 is missing"},
+        {"", ": text 0 is missing; it is that of "},
         {entry(0, "tr") + entry(0, "tr"), ":8: duplicate message definition"},
         {entry(0, "a\\0b"), ":6: a text cannot hold the character NUL"},
         {entry(0, "a\\\\\\x00"), ":6: a text cannot hold the character NUL"},

@@ -7,7 +7,8 @@
 #include <iterator>
 #include <string>
 
-class TempFolder {
+class TempFolder
+{
 public:
     TempFolder()
     {

@@ -50,11 +50,19 @@ TEST(Programs, InputsThatAreMissingAreNamed)
 {
     const TempFolder folder;
     const std::string output = " --output " + (folder / "out").string();
-    const char *const lines[] = {"panel-make-pack --template no-such.pot --bitmaps .",
-                                 "panel-make-bitmaps --pictures no-such"};
-    for (const std::string line : lines) {
+    const std::string pack = "panel-make-pack --template ";
+    const std::string original = SOURCE_DIR "/assets/lang/panel.pot";
+    const std::string lines[] = {
+        pack + "no-such.pot --bitmaps .",
+        pack + original + " --bitmaps . --translation no-such/de.po",
+        pack + original + " --bitmaps no-such",
+        "panel-make-bitmaps --pictures no-such",
+    };
+    for (const std::string &line : lines) {
         EXPECT_EQ(run(BUILT_BIN "/" + line + output, folder / "messages"), 1) << line;
-        EXPECT_NE(read_file(folder / "messages").find("no-such"), std::string::npos) << line;
+        const std::string messages = read_file(folder / "messages");
+        EXPECT_NE(messages.find("no-such"), std::string::npos) << line;
+        EXPECT_EQ(messages.find('\n'), messages.size() - 1) << messages;
         EXPECT_FALSE(std::filesystem::exists(folder / "out")) << line;
     }
 }
