@@ -21,7 +21,7 @@ std::optional<std::string> read_file(const std::filesystem::path &path)
 
 void write_file(const std::filesystem::path &path, std::string_view text)
 {
-    const std::filesystem::path fresh = path.string() + ".new";
+    const std::filesystem::path fresh = path.string() + UNFINISHED;
     {
         const Fd file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644));
         if (!file || write(file.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size()))

@@ -8,6 +8,8 @@
 
 namespace sim {
 
+constexpr const char *UNFINISHED = ".new"; // ending of a file that write_file is still writing
+
 /* All that `path` holds; nothing when it cannot be read. */
 std::optional<std::string> read_file(const std::filesystem::path &path);
 

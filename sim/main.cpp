@@ -1,7 +1,9 @@
 /* panel-sim: the simulated router with its web panel. */
 #include "sim/panel_server.h"
+#include "sim/places.h"
 #include "sim/router.h"
 #include "sim/spawn.h"
+#include "sim/world.h"
 
 #include <algorithm>
 #include <charconv>
@@ -16,6 +18,8 @@
 namespace fs = std::filesystem;
 using namespace sim;
 
+static constexpr const char *SPEED_INPUT = "clock.speed";
+
 static constexpr const char USAGE[] =
     "Usage: panel-sim [OPTION]...\n"
     "Runs the front panel on a simulated router and serves it as a web page on this machine alone.\n"
@@ -24,7 +28,8 @@ static constexpr const char USAGE[] =
     "  --assets DIR    folder with sbin/lcd_ml (else ../root beside this program's folder)\n"
     "  --daemon PATH   the display daemon (else frontpaneld-desk beside this program)\n"
     "  --port N        port of the page, or the next free one (8064); 0: any\n"
-    "  --speed N       how many times faster than real time, 1 to 100 (1)\n"
+    "  --world NAME    what the router begins with: a ready world (healthy-home, ...) or a file\n"
+    "  --speed N       how fast its clock runs: 1, 10, 100 times real time, or pause (1)\n"
     "  --no-browser    do not open the page\n"
     "  --help          this text\n";
 
@@ -32,7 +37,8 @@ struct Options {
     fs::path root;
     RootSources sources;
     int port = 8064;
-    unsigned speed = 1;
+    std::vector<WorldLine> world;
+    std::string speed; // "": the world's
     bool browser = true;
     bool help = false;
 };
@@ -41,14 +47,28 @@ struct UsageError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-static unsigned number(const char *option, std::string_view text, unsigned least, unsigned most)
+static int port_number(std::string_view text)
 {
-    unsigned value = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
-    if (error != std::errc() || end != text.data() + text.size() || value < least || value > most)
-        throw UsageError("--" + std::string(option) + " takes a number from " + std::to_string(least) + " to " +
-                         std::to_string(most) + ", not \"" + std::string(text) + "\"");
-    return value;
+    int port = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
+    if (error != std::errc() || end != text.data() + text.size() || port < 0 || port > UINT16_MAX)
+        throw UsageError("--port takes a number from 0 to 65535, not \"" + std::string(text) + "\"");
+    return port;
+}
+
+static std::string clock_speed(const std::string &text)
+{
+    const std::string fault = fault_of(*find_input(SPEED_INPUT), text);
+    if (!fault.empty())
+        throw UsageError("--speed " + fault + ", not \"" + text + "\"");
+    return text;
+}
+
+static std::vector<WorldLine> world(const std::string &name)
+try {
+    return read_world(name);
+} catch (const std::runtime_error &error) {
+    throw UsageError(error.what());
 }
 
 static void take_option(Options &options, const std::string &name, const char *value)
@@ -60,9 +80,11 @@ static void take_option(Options &options, const std::string &name, const char *v
     else if (name == "daemon")
         options.sources.daemon = value;
     else if (name == "port")
-        options.port = static_cast<int>(number("port", value, 0, UINT16_MAX));
+        options.port = port_number(value);
     else if (name == "speed")
-        options.speed = number("speed", value, 1, 100);
+        options.speed = clock_speed(value);
+    else if (name == "world")
+        options.world = world(value);
     else if (name == "no-browser")
         options.browser = false;
     else
@@ -74,8 +96,9 @@ static Options parse_options(int count, char **words)
     static const option known[] = {
         {"root", required_argument, nullptr, 0},    {"assets", required_argument, nullptr, 0},
         {"daemon", required_argument, nullptr, 0},  {"port", required_argument, nullptr, 0},
-        {"speed", required_argument, nullptr, 0},   {"no-browser", no_argument, nullptr, 0},
-        {"help", no_argument, nullptr, 0},          {},
+        {"speed", required_argument, nullptr, 0},   {"world", required_argument, nullptr, 0},
+        {"no-browser", no_argument, nullptr, 0},    {"help", no_argument, nullptr, 0},
+        {},
     };
     const fs::path programs = fs::canonical("/proc/self/exe").parent_path();
     Options options;
@@ -146,7 +169,11 @@ try {
     check_sources(options.sources);
     raise_file_limit();
     const Fd signals = block_signals();
-    Router router(options.root, options.sources, options.speed);
+    Router router(options.root, options.sources);
+    enter_world(router, options.world);
+    if (!options.speed.empty())
+        set_input(router, *find_input(SPEED_INPUT), options.speed);
+    router.feed().set_state(read_state(router)); // the first page finds the whole world
     const PanelServer server(router, options.port);
     std::printf("The panel is at %s/ (Ctrl-C ends it). The router's root is %s\n", server.address().c_str(),
                 router.root().c_str());

@@ -2,8 +2,8 @@
 
 #include "sim/connection_threads.h"
 #include "sim/files.h"
-#include "sim/json.h"
-#include "sim/settings.h"
+#include "sim/messages.h"
+#include "sim/places.h"
 
 #include <algorithm>
 #include <memory>
@@ -16,10 +16,11 @@ using httplib::Request;
 using httplib::Response;
 
 static constexpr const char *HOST = "127.0.0.1";
+static constexpr const char *JSON = "application/json";
 static constexpr int PORTS_TRIED = 100;
 static constexpr size_t MOST_CONNECTIONS = 200;
 static constexpr int MOST_STREAMS = 100;    // the rest of the connections is for requests
-static constexpr size_t LARGEST_BODY = 1024; // bytes
+static constexpr size_t LARGEST_BODY = 4096; // bytes
 static constexpr time_t READ_SECONDS = 1;   // a connection that sends nothing for so long is closed
 static constexpr time_t WRITE_SECONDS = 5;
 static constexpr auto KEEP_ALIVE_PERIOD = 10s; // of comments on a stream with nothing new
@@ -33,8 +34,10 @@ struct PageFile {
 
 static constexpr PageFile page_files[] = {
     {"/", "index.html", "text/html; charset=utf-8"},
+    {"/inputs.js", "inputs.js", "text/javascript; charset=utf-8"},
     {"/lcd.js", "lcd.js", "text/javascript; charset=utf-8"},
     {"/panel.js", "panel.js", "text/javascript; charset=utf-8"},
+    {"/settings.js", "settings.js", "text/javascript; charset=utf-8"},
     {"/style.css", "style.css", "text/css; charset=utf-8"},
     {"/icon.svg", "icon.svg", "image/svg+xml"},
 };
@@ -53,14 +56,6 @@ static void answer(Response &response, int status, const std::string &text)
     response.set_content(text + "\n", "text/plain; charset=utf-8");
 }
 
-static void confirm(Response &response, bool known, const std::string &reason)
-{
-    if (known)
-        response.status = 204;
-    else
-        answer(response, 400, reason);
-}
-
 /* What a request that no handler has answered is told. */
 static std::string refusal(int status)
 {
@@ -72,35 +67,6 @@ static std::string refusal(int status)
     default:
         return "no request that can be understood";
     }
-}
-
-static std::string hexadecimal(const Pixels &pixels)
-{
-    static constexpr char DIGITS[] = "0123456789abcdef";
-    std::string text;
-    for (const uint8_t byte : pixels)
-        text += {DIGITS[byte >> 4], DIGITS[byte & 15]};
-    return text;
-}
-
-static const char *truth(bool value)
-{
-    return value ? "true" : "false";
-}
-
-static std::string frame_event(const Picture &picture)
-{
-    return "event: frame\ndata: {\"tick\":" + std::to_string(picture.tick) + ",\"lit\":" + truth(picture.lit) +
-           ",\"pixels\":\"" + hexadecimal(picture.pixels) + "\"}\n\n";
-}
-
-static std::string state_json(Router &router)
-{
-    return "{\"tick\":" + std::to_string(router.clock().ticks()) +
-           ",\"speed\":" + std::to_string(router.clock().speed()) +
-           ",\"lit\":" + truth(router.screen().picture().lit) + ",\"clients\":" + router.links().clients() +
-           ",\"links\":" + json_object(router.links().states()) + ",\"events\":" +
-           json_array(router_events) + ",\"settings\":" + json_object(read_settings(router.root())) + "}\n";
 }
 
 /* Binds to `port` or the next that is free, 0: to any. The port, 0 when there is none. */
@@ -152,7 +118,7 @@ void PanelServer::open_port(int port)
 
 PanelServer::~PanelServer()
 {
-    router_.screen().close();
+    router_.feed().close();
     server_.stop();
     listener_.join();
 }
@@ -212,12 +178,33 @@ void PanelServer::add_views()
 {
     server_.Get("/stream", [this](const Request &, Response &response) { stream(response); });
     server_.Get("/frame", [this](const Request &, Response &response) {
-        const Pixels pixels = router_.screen().picture().pixels;
+        const Pixels pixels = router_.feed().news().picture.pixels;
         response.set_content(std::string(pixels.begin(), pixels.end()), "application/octet-stream");
     });
     server_.Get("/state", [this](const Request &, Response &response) {
-        response.set_content(state_json(router_), "application/json");
+        const Clock &clock = router_.clock();
+        const bool lit = router_.feed().news().picture.lit;
+        response.set_content(state_json(clock.ticks(), clock.speed(), lit, read_state(router_)), JSON);
     });
+    server_.Get("/inputs", [this](const Request &, Response &response) {
+        response.set_content(inputs_json(router_.clock().ticks(), read_state(router_)), JSON);
+    });
+}
+
+struct StreamReader {
+    News known = {}; // what it was told: at first nothing
+    std::chrono::steady_clock::time_point spoken = std::chrono::steady_clock::now();
+};
+
+/* What `reader` has not been told of `news`. */
+static std::string events_for(const StreamReader &reader, const News &news, uint64_t tick)
+{
+    std::string events;
+    if (news.picture != reader.known.picture)
+        events += frame_event(news.picture);
+    if (news.state != reader.known.state)
+        events += state_event(tick, *reader.known.state, *news.state);
+    return events;
 }
 
 void PanelServer::stream(Response &response)
@@ -227,19 +214,15 @@ void PanelServer::stream(Response &response)
         answer(response, 503, "too many streams");
         return;
     }
-    struct Reader {
-        uint64_t seen = 0; // number of the last picture sent
-        std::chrono::steady_clock::time_point spoken = std::chrono::steady_clock::now();
-    };
-    const auto send_next = [this, reader = std::make_shared<Reader>()](size_t, httplib::DataSink &sink) {
-        const auto picture = router_.screen().wait_for_other(reader->seen, LIVENESS_PERIOD);
+    const auto send_next = [this, reader = std::make_shared<StreamReader>()](size_t, httplib::DataSink &sink) {
+        const auto news = router_.feed().wait_for_other(reader->known, LIVENESS_PERIOD);
         const auto now = std::chrono::steady_clock::now();
-        if (router_.screen().closed() || !sink.is_writable())
+        if (router_.feed().closed() || !sink.is_writable())
             return false;
-        if (!picture && now - reader->spoken < KEEP_ALIVE_PERIOD)
+        if (!news && now - reader->spoken < KEEP_ALIVE_PERIOD)
             return true;
-        const std::string text = picture ? frame_event(*picture) : ":\n\n";
-        reader->seen = picture ? picture->number : reader->seen;
+        const std::string text = news ? events_for(*reader, *news, router_.clock().ticks()) : ":\n\n";
+        reader->known = news.value_or(reader->known);
         reader->spoken = now;
         return sink.write(text.data(), text.size());
     };
@@ -262,25 +245,36 @@ template <typename Handle> void PanelServer::add_post(const char *pattern, Handl
     });
 }
 
+/* Gives an input its value. */
+void PanelServer::answer_input(Response &response, const std::string &id, const std::string &value)
+{
+    const auto input = find_input(id);
+    const std::string fault = input ? fault_of(*input, value) : "is no input: GET /inputs lists them";
+    if (!fault.empty()) {
+        answer(response, input ? 400 : 404, id + " " + fault);
+        return;
+    }
+    set_input(router_, *input, value);
+    response.status = 204;
+}
+
 void PanelServer::add_inputs()
 {
-    add_post("/key/([^/]+)", [this](const Request &request, Response &response, const std::string &) {
-        confirm(response, router_.press(request.matches[1].str()), "a key is one of " + json_array(panel_keys));
+    add_post("/input/(.+)", [this](const Request &request, Response &response, const std::string &value) {
+        answer_input(response, request.matches[1], value);
     });
-    add_post("/event/([^/]+)", [this](const Request &request, Response &response, const std::string &info) {
-        std::string event = request.matches[1];
-        std::replace(event.begin(), event.end(), '-', ' ');
-        if (event == "info" && !info.empty())
-            router_.set_info(info);
-        confirm(response, router_.announce(event),
-                "an event is one of " + json_array(router_events) + ", with - for a blank");
+    add_post("/(key|event)/([^/]+)", [this](const Request &request, Response &response, const std::string &value) {
+        answer_input(response, request.matches[1].str() + "." + request.matches[2].str(), value);
     });
-    add_post("/link/([^/]+)/([^/]+)", [this](const Request &request, Response &response, const std::string &) {
-        confirm(response, router_.links().set(request.matches[1], request.matches[2]),
-             "a link is one of " + json_object(router_.links().states()) + ", its state off, on or blink");
-    });
-    add_post("/clients/([^/]+)", [this](const Request &request, Response &response, const std::string &) {
-        confirm(response, router_.links().set_clients(request.matches[1]), "clients are a number from 0 to 999");
+    server_.Delete("/input/(.+)", [this](const Request &request, Response &response) {
+        const std::string id = request.matches[1];
+        const auto input = find_input(id);
+        if (input && input->group == SETTINGS_GROUP) {
+            remove_setting(router_.root(), std::string(input->target));
+            response.status = 204;
+        } else {
+            answer(response, 404, id + " cannot be removed: only setting.KEY can");
+        }
     });
 }
 

@@ -1,14 +1,5 @@
-/* The web panel: the page, a stream of what the LCD shows, and a call for everything that can be done to the router.
- *
- *   GET  /                     the page; its parts beside it (/panel.js, ...)
- *   GET  /stream               server-sent events: "frame" {"tick","lit","pixels"}, the newest at once; pixels as
- *                              hexadecimal digits
- *   GET  /frame                the last frame: 1024 bytes as the LCD driver gets them
- *   GET  /state                the router as JSON
- *   POST /key/KEY              presses up, down, left, right, ok or menu
- *   POST /event/EVENT          announces lost-link ... info; a body names what "info" tells of
- *   POST /link/NAME/STATE      puts a link off, on or to blink
- *   POST /clients/N            sets the number of wireless clients
+/* The web panel: the page, a stream of what the LCD shows and of what changes, and a call for everything that can be
+ * done to the router. docs/simulator-http.md tells how to use it.
  *
  * It listens on 127.0.0.1 alone. A request that names another host, or that a page from elsewhere has made, is refused
  * (403); a bad value is told (400). */
@@ -37,6 +28,7 @@ private:
     void add_page();
     void add_views();
     void add_inputs();
+    void answer_input(httplib::Response &response, const std::string &id, const std::string &value);
     bool is_ours(const httplib::Request &request) const;
     template <typename Handle> void add_post(const char *pattern, Handle handle);
     void stream(httplib::Response &response);

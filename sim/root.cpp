@@ -2,11 +2,9 @@
 
 #include "sim/files.h"
 #include "sim/router_files.h"
-#include "sim/settings.h"
 
 #include <cstdlib>
 #include <fcntl.h>
-#include <span>
 #include <stdexcept>
 #include <sys/file.h>
 
@@ -16,30 +14,14 @@ namespace sim {
 
 static constexpr const char *MARK_FILE = ".router-root"; // tells a router's root; locked by its simulator
 
-static constexpr const char *kept_folders[] = {"bin", "sbin", "usr/bin", "usr/sbin", "etc", "nvram", "run"};
+static constexpr const char *kept_folders[] = {
+    "bin", "sbin", "usr/bin", "usr/sbin", "etc", "nvram", STATUS_SOURCE, SPEED_SOURCE,
+};
 static constexpr const char *memory_folders[] = {"tmp", "var", "proc"};
 
 static constexpr const char *program_links[] = {
     "bin/echo",  "bin/ps",  "bin/sleep", "sbin/5416regc", "sbin/iwlist", "sbin/reboot", "usr/sbin/network_status",
     "usr/sbin/pc_monitor", "usr/sbin/rc",
-};
-
-struct InitialFile {
-    const char *path;
-    const char *text;
-};
-
-/* What the router's hardware and its surroundings are like. */
-static constexpr InitialFile kept_files[] = {
-    {"etc/interfaces", "wan0 203.0.113.25 255.255.255.0 00:1f:33:8a:5f:2a 1500\n"},
-    {REGISTER_FILE, "0x00bf0000\n"}, // the WAN port has link
-    {TRAFFIC_FILE, "down 1800000\nup 96000\n"},
-};
-
-/* What other programs of the firmware have left when the daemon starts. */
-static constexpr InitialFile memory_files[] = {
-    {"proc/wsc_pbc", ""},   // the wireless driver's pairing entry
-    {"tmp/wan_uptime", ""}, // there while the WAN connection is up
 };
 
 static fs::path make_temporary()
@@ -70,12 +52,6 @@ static void link(const fs::path &target, const fs::path &name)
     fs::create_symlink(fs::canonical(target), name);
 }
 
-static void write_all(const fs::path &dir, std::span<const InitialFile> files)
-{
-    for (const InitialFile &file : files)
-        write_file(dir / file.path, file.text);
-}
-
 Root::Root(const fs::path &dir, const RootSources &sources) : temporary_(dir.empty())
 {
     if (!temporary_)
@@ -90,7 +66,6 @@ Root::Root(const fs::path &dir, const RootSources &sources) : temporary_(dir.emp
         link(sources.programs, dir_ / name);
     link(sources.daemon, dir_ / DAEMON_PROGRAM);
     link(sources.assets / "sbin/lcd_ml", dir_ / "sbin/lcd_ml");
-    write_all(dir_, kept_files);
     power_on();
 }
 
@@ -108,8 +83,7 @@ void Root::power_on() const
         fs::create_directories(dir_ / folder);
     }
     fs::create_directories(dir_ / SPEED_FOLDER);
-    write_all(dir_, memory_files);
-    restore_settings(dir_);
+    write_file(dir_ / PAIRING_FILE, "");
 }
 
 } // namespace sim

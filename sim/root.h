@@ -29,7 +29,7 @@ public:
     /* Absolute, without links. */
     const std::filesystem::path &dir() const { return dir_; }
 
-    /* The state after power-on: nothing in the folders that are memory on a router, the settings that flash holds. */
+    /* The state after power-on: the folders that are memory on a router hold nothing but a driver's entry. */
     void power_on() const;
 
 private:

@@ -2,50 +2,61 @@
 #pragma once
 
 #include "sim/clock.h"
-#include "sim/links.h"
+#include "sim/feed.h"
+#include "sim/parameters.h"
 #include "sim/root.h"
 #include "sim/router_processes.h"
-#include "sim/screen.h"
+#include "sim/traffic.h"
+#include "sim/wps.h"
 
-#include <array>
+#include <atomic>
 #include <ctime>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace sim {
 
-/* The words that the daemon knows. */
-constexpr std::array<std::string_view, 6> panel_keys = {"up", "down", "left", "right", "ok", "menu"};
-constexpr std::array<std::string_view, 8> router_events = {
-    "lost link",       "lost internet",      "restore internet", "save config start",
-    "save config end", "setup wizard start", "setup wizard end", "info",
-};
-
 class Router {
 public:
-    /* As Root and Clock. Throws std::runtime_error. */
-    Router(const std::filesystem::path &dir, const RootSources &sources, unsigned speed);
+    /* As Root; every input has its initial value, but settings that flash holds have theirs. */
+    Router(const std::filesystem::path &dir, const RootSources &sources);
 
     /* Switches the router on and keeps it running until `signals` (a signalfd that SIGCHLD comes to as well) yields a
      * signal that ends this program. */
     void run(const Fd &signals);
 
-    /* For any thread: presses a key, announces an event. False when there is none of that name. */
-    bool press(std::string_view key);
-    bool announce(std::string_view event);
-
-    /* Names the operation that the event "info" tells of; for any thread. */
-    void set_info(std::string_view text);
-
     const std::filesystem::path &root() const { return root_.dir(); }
-    const Clock &clock() const { return clock_; }
-    Screen &screen() { return screen_; }
-    Links &links() { return links_; }
+    Clock &clock() { return clock_; }
+    Feed &feed() { return feed_; }
+    Parameters &parameters() { return parameters_; }
+
+    /* What follows is for any thread. */
+
+    /* The router's wall clock: seconds since the epoch. */
+    time_t time() const;
+    void set_time(time_t seconds);
+
+    /* Presses a key of the panel. */
+    void press(std::string_view key);
+    /* Announces an event. */
+    void announce(std::string_view event);
+    /* Sends `signal` to the daemon. */
+    void signal_daemon(int signal) const { processes_.signal_daemon(signal); }
+
+    /* Puts a file with `text` below the root, or removes it. Throws std::system_error. */
+    void write(const std::string &name, std::string_view text);
+    void remove(const std::string &name);
 
 private:
+    void power_on();
+    void write_time() const;
     void tick(uint64_t ticks);
-    void send_input(std::string_view action);
+    void pass_second(uint64_t second);
+    void hand_out_leases() const;
+    void act_on_input(std::string_view action);
+    void look();
     bool take_signals(const Fd &signals);
     void take_frames();
     void take_messages();
@@ -56,14 +67,17 @@ private:
     void report(const std::string &line) const;
 
     Root root_;
-    Screen screen_;
-    Links links_;
+    Feed feed_;
+    Parameters parameters_;
     Fd display_;
     Fd control_;
-    const time_t start_time_ = std::time(nullptr);
-    std::mutex input_mutex_;     // one writer at a time of the files that the daemon reads
-    std::string output_line_;    // what the programs have begun to print
-    bool daemon_ended_ = false;  // it is to be started again
+    std::mutex files_mutex_; // one writer at a time below the root, and one user of what follows
+    Traffic traffic_;
+    WpsService wps_;
+    std::atomic<time_t> start_time_ = std::time(nullptr); // the wall clock at tick 0
+    std::chrono::steady_clock::time_point looked_;        // when the inputs' values were last read
+    std::string output_line_;                             // what the programs have begun to print
+    std::optional<uint64_t> restart_at_;                  // the tick that starts a daemon which has ended
     RouterProcesses processes_;
     Clock clock_; // last: it stops before what it drives goes
 };

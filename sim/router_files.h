@@ -5,14 +5,17 @@ namespace sim {
 
 constexpr const char *ROOT_VARIABLE = "PANEL_ROOT"; // environment: the root folder, absolute
 
-constexpr const char *CLOCK_FILE = "run/clock";         // simulator: "TICKS SECONDS\n", at every tick
-constexpr const char *LINKS_FILE = "run/links";         // simulator: a line "NAME VALUE" for each status file
-constexpr const char *TRAFFIC_FILE = "run/traffic";     // simulator: a line "NAME NUMBER" for each speed file
-constexpr const char *REGISTER_FILE = "run/register";   // simulator: what the switch register reads, "0x00bf0000\n"
-constexpr const char *CONTROL_SOCKET = "run/control";   // programs: one datagram a message (sim/control.h)
-constexpr const char *DISPLAY_SOCKET = "run/lcd";       // daemon: one datagram a frame, as the LCD driver gets it
+constexpr const char *CLOCK_FILE = "run/clock";             // simulator: "TICKS SECONDS\n", at every tick
+constexpr const char *STATUS_SOURCE = "run/network_status"; // simulator: folder of what network_status finds
+constexpr const char *SPEED_SOURCE = "run/pc_monitor";      // simulator: folder of what pc_monitor measures
+constexpr const char *REGISTER_FILE = "run/register";       // simulator: what the switch register reads
+constexpr const char *CHANNEL_FILE = "run/channel";         // simulator: the channel that the radio is on
+constexpr const char *CONTROL_SOCKET = "run/control";       // programs: one datagram a message (sim/control.h)
+constexpr const char *DISPLAY_SOCKET = "run/lcd";           // daemon: one datagram a frame, as the LCD driver gets it
 
-constexpr const char *STATUS_FOLDER = "tmp/lcd/network_status"; // network_status: one file a link
+constexpr const char *STATUS_FOLDER = "tmp/lcd/network_status";      // network_status: one file a link
 constexpr const char *SPEED_FOLDER = "tmp/lcd/network_status/speed"; // pc_monitor: one file a figure
+constexpr const char *LEASES_FILE = "var/udhcpd.leases";             // simulator: the DHCP server's leases
+constexpr const char *PAIRING_FILE = "proc/wsc_pbc";                 // daemon: the start of a WPS pairing
 
 } // namespace sim

@@ -1,5 +1,6 @@
 #include "sim/router_processes.h"
 
+#include "sim/files.h"
 #include "sim/processes.h"
 #include "sim/root.h"
 #include "sim/router_files.h"
@@ -18,6 +19,7 @@ using namespace std::chrono_literals;
 
 static constexpr const char *companions[] = {"usr/sbin/network_status", "usr/sbin/pc_monitor"};
 
+static constexpr auto TICK_PATIENCE = 50ms; // a daemon that leaves a tick for so long is stopped
 static constexpr auto END_LIMIT = 5s; // a process that lives on after this hangs in the kernel
 
 RouterProcesses::RouterProcesses(const std::filesystem::path &root) : root_(root)
@@ -63,6 +65,33 @@ void RouterProcesses::signal_daemon(int signal) const
     const std::lock_guard lock(mutex_);
     if (daemon_ > 0)
         kill(daemon_, signal);
+}
+
+/* Whether `process` has been sent `signal` and has not taken it yet. */
+static bool is_waiting(pid_t process, int signal)
+{
+    static constexpr std::string_view PENDING = "\nShdPnd:\t"; // then a mask, in hexadecimal digits
+    const std::string status = read_file("/proc/" + std::to_string(process) + "/status").value_or("");
+    const size_t at = status.find(PENDING);
+    if (at == std::string::npos)
+        return false;
+    return std::stoull(status.substr(at + PENDING.size()), nullptr, 16) >> (signal - 1) & 1;
+}
+
+bool RouterProcesses::takes_tick() const
+{
+    const std::lock_guard lock(mutex_);
+    return daemon_ <= 0 || !is_waiting(daemon_, SIGALRM);
+}
+
+void RouterProcesses::send_tick()
+{
+    const auto limit = std::chrono::steady_clock::now() + TICK_PATIENCE;
+    bool taken;
+    while (!(taken = takes_tick()) && !stopped_ && std::chrono::steady_clock::now() < limit)
+        std::this_thread::sleep_for(100us);
+    stopped_ = !taken;
+    signal_daemon(SIGALRM);
 }
 
 std::optional<int> RouterProcesses::reap()

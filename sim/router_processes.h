@@ -27,6 +27,10 @@ public:
     /* Sends `signal` to the daemon; nothing when it does not run. Any thread may call it. */
     void signal_daemon(int signal) const;
 
+    /* Gives the daemon a tick, once it has taken the last one: of two signals that wait, one would be lost. A daemon
+     * that takes none for long, because it is stopped, loses them. */
+    void send_tick();
+
     /* Buries children that have ended. How the daemon ended, as waitpid tells, when it is among them. */
     std::optional<int> reap();
 
@@ -39,11 +43,13 @@ public:
 private:
     pid_t start_program(const char *program, pid_t group) const;
     bool kill_all() const;
+    bool takes_tick() const;
 
     const std::filesystem::path root_;
     mutable std::mutex mutex_; // held while a process id may become another's
     pid_t daemon_ = 0;         // 0: it does not run
     pid_t group_ = 0;          // of the last daemon
+    bool stopped_ = false;     // the daemon left its last tick waiting
     Fd output_, input_;        // the pipe's two ends
 };
 

@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <sstream>
+#include <map>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -90,43 +90,49 @@ static int run_5416regc(const Arguments &arguments)
     return tell_simulator(root, "register " + argument.substr(SWITCH_REGISTER.size() + 1)) ? 0 : 1;
 }
 
+/* Of a channel, in GHz. */
+static double frequency(unsigned channel)
+{
+    const double megahertz = channel <= 14 ? 2407 + 5 * channel : 5000 + 5 * channel;
+    return megahertz / 1000;
+}
+
 static int run_iwlist(const Arguments &)
 {
-    std::printf("ath0      11 channels in total; available frequencies :\n"
-                "          Channel 01 : 2.412 GHz\n"
-                "          Channel 06 : 2.437 GHz\n"
-                "          Channel 11 : 2.462 GHz\n"
-                "          Current Frequency:2.437 GHz (Channel 6)\n");
+    const std::string line = read_file(root / CHANNEL_FILE).value_or("");
+    const auto channel = static_cast<unsigned>(std::strtoul(line.c_str(), nullptr, 10));
+    std::printf("ath0      13 channels in total; available frequencies :\n");
+    for (unsigned each = 1; each <= 13; ++each)
+        std::printf("          Channel %02u : %.3f GHz\n", each, frequency(each));
+    std::printf("          Current Frequency:%.3f GHz (Channel %u)\n", frequency(channel), channel);
     return 0;
 }
 
-/* The life of a companion: whenever the simulator has changed `source`, a line "NAME VALUE" for each file, it writes
- * the files that `publish` makes of the lines. */
-template <typename Publish> static int follow(const char *source, Publish publish)
+/* The life of a companion: puts each file of `source` that the simulator has changed into `folder`. */
+static int publish(const char *source, const char *folder)
 {
-    std::string published;
+    std::map<std::string, std::string> published;
     do {
-        const std::string wanted = read_file(root / source).value_or("");
-        std::istringstream lines(wanted == published ? "" : wanted);
-        for (std::string name, value; lines >> name >> value;)
-            publish(name, value);
-        published = wanted;
+        for (const auto &entry : std::filesystem::directory_iterator(root / source)) {
+            const std::string name = entry.path().filename();
+            const auto text = entry.path().extension() == UNFINISHED ? std::nullopt : read_file(entry.path());
+            if (!text || (published.contains(name) && published[name] == *text))
+                continue;
+            write_file(root / folder / name, *text);
+            published[name] = *text;
+        }
     } while (wait_a_moment(std::chrono::milliseconds(20)));
     return 0;
 }
 
 static int run_network_status(const Arguments &)
 {
-    return follow(LINKS_FILE, [](const std::string &name, const std::string &value) {
-        write_file(root / STATUS_FOLDER / name, name + " " + value + "\n");
-    });
+    return publish(STATUS_SOURCE, STATUS_FOLDER);
 }
 
 static int run_pc_monitor(const Arguments &)
 {
-    return follow(TRAFFIC_FILE, [](const std::string &name, const std::string &value) {
-        write_file(root / SPEED_FOLDER / name, value + "\n");
-    });
+    return publish(SPEED_SOURCE, SPEED_FOLDER);
 }
 
 struct Program {

@@ -59,11 +59,16 @@ pid_t spawn(const Command &command)
     const std::vector<char *> arguments = pointers(command.arguments);
     const std::vector<char *> environment = pointers(command.environment);
     const pid_t parent = getpid();
+    /* A signal that comes before the child has its own dispositions would end it. */
+    sigset_t all, before;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &before);
     const pid_t child = fork();
-    if (child < 0)
-        fail("fork");
     if (child == 0)
         become(command, arguments.data(), environment.data(), parent);
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    if (child < 0)
+        fail("fork");
     /* Here too, so that the group is there when spawn returns. */
     setpgid(child, command.group);
     return child;

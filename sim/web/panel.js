@@ -1,6 +1,8 @@
-// The page of the simulated router: shows the LCD as it changes, sends keys, events and the state of the links.
+// The page of the simulated router: shows the LCD and the inputs' values as they change, sends keys and new values.
 
+import { Inputs } from './inputs.js';
 import { Lcd } from './lcd.js';
+import { Settings } from './settings.js';
 
 const byId = (id) => document.getElementById(id);
 const lcd = new Lcd(byId('lcd'), byId('place'));
@@ -9,26 +11,30 @@ const keyboard = {
   ArrowUp: 'up', ArrowDown: 'down', ArrowLeft: 'left', ArrowRight: 'right',
   Enter: 'ok', m: 'menu', M: 'menu', Escape: 'menu',
 };
-const linkLabels = { wan: 'WAN', lan: 'LAN' };
-const linkStates = ['off', 'on', 'blink'];
 const TICKS_PER_SECOND = 10;
 const RETRY_MS = 2000; // the browser itself tries again, unless the server has answered with an error
-
-const capitalised = (text) => text[0].toUpperCase() + text.slice(1);
 
 // Requests go one after the other: keys arrive in the order in which they were pressed.
 let lastRequest = Promise.resolve();
 
-function send(path, body) {
-  lastRequest = lastRequest.then(async () => {
+// Whether the router has taken it; if not, the page says why.
+function request(method, path, body) {
+  const done = lastRequest.then(async () => {
     try {
-      const response = await fetch(path, { method: 'POST', body });
+      const response = await fetch(path, { method, body });
       byId('message').textContent = response.ok ? '' : await response.text();
+      return response.ok;
     } catch {
       byId('message').textContent = 'The router does not answer.';
+      return false;
     }
   });
+  lastRequest = done;
+  return done;
 }
+
+const send = (path, value) => request('POST', path, value);
+const remove = (path) => request('DELETE', path);
 
 function press(key) {
   const button = document.querySelector(`[data-key="${key}"]`);
@@ -44,58 +50,15 @@ function connectKeys() {
     button.addEventListener('pointerdown', (event) => event.preventDefault());
   }
   document.addEventListener('keydown', (event) => {
-    if (event.ctrlKey || event.altKey || event.metaKey || byId('help').open || event.target.closest('input')) return;
+    const { target } = event;
+    if (event.ctrlKey || event.altKey || event.metaKey || byId('help').open || target.closest('input, select')) return;
     if (event.key === '?') byId('help').showModal();
     const key = keyboard[event.key];
-    const pressesFocused = event.key === 'Enter' && event.target.closest('button');
+    const pressesFocused = event.key === 'Enter' && target.closest('button, summary');
     if (!key || pressesFocused || (event.repeat && !event.key.startsWith('Arrow'))) return;
     event.preventDefault();
     press(key);
   });
-}
-
-function linkControl(name) {
-  const set = document.createElement('fieldset');
-  const legend = document.createElement('legend');
-  legend.textContent = linkLabels[name] ?? capitalised(name);
-  set.append(legend);
-  for (const state of linkStates) {
-    const label = document.createElement('label');
-    const input = document.createElement('input');
-    Object.assign(input, { type: 'radio', name, value: state });
-    input.addEventListener('change', () => send(`/link/${name}/${state}`));
-    label.append(input, state);
-    set.append(label);
-  }
-  return set;
-}
-
-function eventControl(event) {
-  const button = document.createElement('button');
-  Object.assign(button, { type: 'button', className: 'plain', textContent: capitalised(event) });
-  const body = () => (event === 'info' ? byId('info').value : undefined);
-  button.addEventListener('click', () => send(`/event/${event.replaceAll(' ', '-')}`, body()));
-  return button;
-}
-
-function showState(state) {
-  if (!byId('links').hasChildNodes()) {
-    byId('links').append(...Object.keys(state.links).map(linkControl));
-    byId('events').append(...state.events.map(eventControl));
-  }
-  for (const [name, value] of Object.entries(state.links)) {
-    byId('links').querySelector(`[name="${name}"][value="${value}"]`).checked = true;
-  }
-  byId('clients').value = state.clients;
-  byId('speed').textContent = `×${state.speed}`;
-}
-
-async function readState() {
-  try {
-    showState(await (await fetch('/state')).json());
-  } catch {
-    // The stream tells that the connection is gone.
-  }
 }
 
 function showConnection(state, text) {
@@ -112,28 +75,36 @@ function showTime(tick) {
   byId('time').textContent = `${Math.floor(seconds / 60)}:${String(seconds % 60).padStart(2, '0')}`;
 }
 
-function connectStream() {
+function showSpeed(speed) {
+  byId('speed').textContent = speed === 'pause' ? 'paused' : `×${speed}`;
+}
+
+function connectStream(inputs, settings) {
   const stream = new EventSource('/stream');
-  stream.addEventListener('open', () => {
-    showConnection('live', 'Live');
-    readState();
-  });
+  stream.addEventListener('open', () => showConnection('live', 'Live'));
   stream.addEventListener('error', () => {
     showConnection('lost', 'Reconnecting…');
-    if (stream.readyState === EventSource.CLOSED) setTimeout(connectStream, RETRY_MS);
+    if (stream.readyState === EventSource.CLOSED) setTimeout(() => connectStream(inputs, settings), RETRY_MS);
   });
   stream.addEventListener('frame', (event) => {
     const { tick, lit, pixels } = JSON.parse(event.data);
     lcd.show(pixels, lit);
     showTime(tick);
   });
+  stream.addEventListener('state', (event) => {
+    const state = JSON.parse(event.data);
+    inputs.show(state.values);
+    if (state.settings) settings.show(state.settings);
+    if ('clock.speed' in state.values) showSpeed(state.values['clock.speed']);
+    showTime(state.tick);
+  });
 }
 
-byId('clients').addEventListener('change', (event) => {
-  if (event.target.reportValidity()) send(`/clients/${Number(event.target.value)}`);
-});
+async function start() {
+  const { inputs } = await (await fetch('/inputs')).json();
+  connectStream(new Inputs(inputs, byId('controls'), send), new Settings(byId('controls'), send, remove));
+}
+
 byId('help-open').addEventListener('click', () => byId('help').showModal());
-// What another window has changed.
-window.addEventListener('focus', readState);
 connectKeys();
-connectStream();
+start();

@@ -9,7 +9,7 @@
 
 TEST(PanelServer, WritesEachKeyForTheDaemon)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     for (const std::string key : {"up", "down", "left", "right", "ok", "menu"}) {
         EXPECT_EQ(simulator.post("/key/" + key), 204);
         EXPECT_EQ(simulator.file("tmp/lcd/lcd_action"), key + "\n");
@@ -18,7 +18,7 @@ TEST(PanelServer, WritesEachKeyForTheDaemon)
 
 TEST(PanelServer, WritesEachEventForTheDaemon)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     for (const std::string event : {"lost-link", "lost-internet", "restore-internet", "save-config-start",
                                     "save-config-end", "setup-wizard-start", "setup-wizard-end", "info"}) {
         EXPECT_EQ(simulator.post("/event/" + event), 204);
@@ -27,24 +27,18 @@ TEST(PanelServer, WritesEachEventForTheDaemon)
         EXPECT_EQ(simulator.file("tmp/lcd/lcd_event"), words + "\n");
         EXPECT_EQ(simulator.file("tmp/lcd/lcd_action"), "event\n");
     }
-    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "tmp/lcd/lcd_info"));
-    EXPECT_EQ(simulator.post("/event/info", "Upgrading Firmware"), 204);
-    EXPECT_EQ(simulator.file("tmp/lcd/lcd_info"), "Upgrading Firmware\n");
 }
 
 /* The whole way: file, signal, daemon, frame. */
 TEST(PanelServer, AKeyAndAnEventChangeThePicture)
 {
-    Simulator simulator;
-    const auto frame = [&] { return simulator.client->Get("/frame")->body; };
-    const auto settled = [&] { return simulator.ticks() > 700; }; // the splash is over
-    ASSERT_TRUE(eventually(settled));
-    const std::string home = frame();
+    Simulator simulator("pause");
+    ASSERT_EQ(simulator.set("clock.jump", ""), 204); // over the splash
+    const std::string home = simulator.frame();
     EXPECT_EQ(simulator.post("/key/menu"), 204);
-    EXPECT_TRUE(eventually([&] { return frame() != home; }));
-    const std::string menu = frame();
+    const std::string menu = simulator.frame_after(home);
     EXPECT_EQ(simulator.post("/event/lost-link"), 204);
-    EXPECT_TRUE(eventually([&] { return frame() != menu && frame() != home; }));
+    EXPECT_NE(simulator.frame_after(menu), home);
 }
 
 struct Refusal {
@@ -56,7 +50,7 @@ struct Refusal {
 
 TEST(PanelServer, RefusesWhatIsNotItsOwn)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     const std::string port = std::to_string(simulator.port());
     const std::vector<Refusal> refusals = {
         {"/key/ok", {{"Origin", "http://elsewhere.example"}}, "", 403},
@@ -65,22 +59,20 @@ TEST(PanelServer, RefusesWhatIsNotItsOwn)
         {"/key/ok", {{"Origin", "http://localhost:" + port}}, "", 403}, // another origin than the host's
         {"/key/ok", {{"Host", "elsewhere.example:" + port}}, "", 403},
         {"/key/ok", {{"Host", "127.0.0.1"}}, "", 403},
-        {"/key/power", {}, "", 400},
-        {"/key/OK", {}, "", 400},
-        {"/event/rain", {}, "", 400},
-        {"/event/event", {}, "", 400},
-        {"/event/info", {}, std::string(2000, 'x'), 413},
-        {"/link/moon/on", {}, "", 400},
-        {"/link/wan/up", {}, "", 400},
-        {"/link/wireless_client/on", {}, "", 400},
-        {"/clients/1000", {}, "", 400},
-        {"/clients/-1", {}, "", 400},
-        {"/clients/2x", {}, "", 400},
-        {"/clients/", {}, "", 404},
+        {"/key/power", {}, "", 404},
+        {"/key/OK", {}, "", 404},
+        {"/key/ok", {}, "twice", 400},
+        {"/event/rain", {}, "", 404},
+        {"/input/", {}, "", 404},
+        {"/input/link.moon", {}, "on", 404},
+        {"/input/info.text", {}, std::string(5000, 'x'), 413},
+        {"/input/setting.", {}, "x", 404},
+        {"/input/setting.a=b", {}, "x", 404},
+        {"/input/setting.two%20words", {}, "x", 404},
         {"/key", {}, "", 404},
         {"/../etc/passwd", {}, "", 404},
     };
-    const std::string links = simulator.file(sim::LINKS_FILE);
+    const std::string settings = simulator.file("nvram/running");
     for (const Refusal &refusal : refusals) {
         const auto result = simulator.client->Post(refusal.path, refusal.headers, refusal.body, "text/plain");
         ASSERT_TRUE(result) << refusal.path;
@@ -89,7 +81,7 @@ TEST(PanelServer, RefusesWhatIsNotItsOwn)
     }
     EXPECT_FALSE(std::filesystem::exists(simulator.root() / "tmp/lcd/lcd_action"));
     EXPECT_FALSE(std::filesystem::exists(simulator.root() / "tmp/lcd/lcd_info"));
-    EXPECT_EQ(simulator.file(sim::LINKS_FILE), links);
+    EXPECT_EQ(simulator.file("nvram/running"), settings);
 
     const httplib::Headers elsewhere = {{"Host", "elsewhere.example:" + port}};
     EXPECT_EQ(simulator.client->Get("/state", elsewhere)->status, 403);
@@ -109,13 +101,13 @@ static std::string message(const std::string &payload, uint16_t type)
 
 TEST(PanelServer, StreamsEachFrame)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     const sim::Fd display = sim::connect_socket(simulator.root(), sim::DISPLAY_SOCKET);
     const auto show = [&](const std::string &text) {
         EXPECT_EQ(send(display.get(), text.data(), text.size(), 0), static_cast<ssize_t>(text.size()));
     };
     const std::string first(LCD_FRAME_BYTES, '\x3c'), second(LCD_FRAME_BYTES, '\xa5');
-    const auto is_shown = [&](const std::string &frame) { return simulator.client->Get("/frame")->body == frame; };
+    const auto is_shown = [&](const std::string &frame) { return simulator.frame() == frame; };
     kill(simulator.pid_of("frontpaneld"), SIGSTOP); // its own frames would come between
     ASSERT_TRUE(eventually([&] {
         show(message(first, LCD_MSG_TYPE));
@@ -143,7 +135,7 @@ TEST(PanelServer, StreamsEachFrame)
 
 TEST(PanelServer, AnswersAmidIdleConnections)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     std::vector<sim::Fd> idle;
     sockaddr_in address = {};
     address.sin_family = AF_INET;
@@ -158,8 +150,8 @@ TEST(PanelServer, AnswersAmidIdleConnections)
 
 TEST(PanelServer, ServesThePageAlone)
 {
-    Simulator simulator(1);
-    for (const char *path : {"/", "/panel.js", "/lcd.js", "/style.css", "/icon.svg"}) {
+    Simulator simulator("1");
+    for (const char *path : {"/", "/panel.js", "/inputs.js", "/settings.js", "/lcd.js", "/style.css", "/icon.svg"}) {
         const auto result = simulator.client->Get(path);
         EXPECT_EQ(result->status, 200) << path;
         EXPECT_FALSE(result->has_header("Access-Control-Allow-Origin"));

@@ -5,10 +5,10 @@
 
 TEST(Router, TheCompanionPublishesTheLinks)
 {
-    Simulator simulator(1);
-    EXPECT_EQ(simulator.post("/link/internet/blink"), 204);
-    EXPECT_EQ(simulator.post("/link/lan/off"), 204);
-    EXPECT_EQ(simulator.post("/clients/12"), 204);
+    Simulator simulator("1");
+    EXPECT_EQ(simulator.set("link.internet", "blink"), 204);
+    EXPECT_EQ(simulator.set("link.lan", "off"), 204);
+    EXPECT_EQ(simulator.set("link.clients", "12"), 204);
     const auto holds = [&](const std::string &name, const std::string &line) {
         return eventually([&] { return simulator.file("tmp/lcd/network_status/" + name) == line; });
     };
@@ -16,7 +16,6 @@ TEST(Router, TheCompanionPublishesTheLinks)
     EXPECT_TRUE(holds("lan", "lan off\n"));
     EXPECT_TRUE(holds("wan", "wan on\n"));
     EXPECT_TRUE(holds("wireless_client", "wireless_client 12\n"));
-    EXPECT_TRUE(holds("speed/down", "1800000\n"));
 }
 
 /* The daemon's watchdog looks once in 60 s, not before tick 601. */
@@ -26,7 +25,7 @@ TEST(Router, AKilledCompanionComesBackByTheWatchdog)
     const pid_t killed = simulator.pid_of("network_status");
     kill(killed, SIGKILL);
     ASSERT_TRUE(eventually([&] { return simulator.pid_of("network_status") != killed; }));
-    EXPECT_EQ(simulator.post("/link/wan/off"), 204);
+    EXPECT_EQ(simulator.set("link.wan", "off"), 204);
     EXPECT_TRUE(eventually([&] { return simulator.file("tmp/lcd/network_status/wan") == "wan off\n"; }));
     EXPECT_GT(simulator.ticks(), 600u);
     EXPECT_EQ(simulator.file("tmp/lcd/lcd_debug_process"), "network_status\n");
@@ -34,15 +33,16 @@ TEST(Router, AKilledCompanionComesBackByTheWatchdog)
 
 TEST(Router, RebootBringsTheCommittedSettingsBack)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     const std::string running = simulator.root() / "nvram/running", committed = simulator.root() / "nvram/committed";
-    const auto has = [&](const std::string &text) { return simulator.state().find(text) != std::string::npos; };
     ASSERT_EQ(settings_set({AT_FDCWD, running.c_str()}, "wifi_channel", "11"), 0);
     ASSERT_EQ(settings_copy({AT_FDCWD, running.c_str()}, {AT_FDCWD, committed.c_str()}), 0);
     ASSERT_EQ(settings_set({AT_FDCWD, running.c_str()}, "wifi_ssid", "lost"), 0);
-    EXPECT_TRUE(has("\"wifi_ssid\":\"lost\""));
+    EXPECT_TRUE(simulator.has("\"wifi_ssid\":\"lost\""));
     std::ofstream(simulator.root() / "tmp/left") << "in memory";
-    std::ofstream(simulator.root() / "var/is_default_for_lcd") << "in memory";
+    std::ofstream(simulator.root() / "var/wps_success") << "in memory";
+    EXPECT_EQ(simulator.set("panel.factory", "on"), 204);
+    EXPECT_EQ(simulator.set("wan.up", "off"), 204);
     const pid_t daemon = simulator.pid_of("frontpaneld"), companion = simulator.pid_of("network_status");
 
     simulator.run("sbin/reboot");
@@ -50,10 +50,12 @@ TEST(Router, RebootBringsTheCommittedSettingsBack)
         return simulator.pid_of("frontpaneld") > 0 && simulator.pid_of("frontpaneld") != daemon &&
                simulator.pid_of("network_status") > 0 && simulator.pid_of("network_status") != companion;
     }));
-    EXPECT_TRUE(has("\"wifi_ssid\":\"Home network\""));
-    EXPECT_TRUE(has("\"wifi_channel\":\"11\""));
+    EXPECT_TRUE(simulator.has("\"wifi_ssid\":\"Home network\""));
+    EXPECT_TRUE(simulator.has("\"wifi_channel\":\"11\""));
     EXPECT_FALSE(std::filesystem::exists(simulator.root() / "tmp/left"));
-    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "var/is_default_for_lcd"));
+    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "var/wps_success"));
+    EXPECT_TRUE(simulator.has("\"panel.factory\":\"on\"")); // what is so is found to be so again
+    EXPECT_TRUE(simulator.has("\"wan.up\":\"off\""));
 }
 
 TEST(Router, ADeadDaemonIsStartedAgainAmidItsCompanions)
@@ -99,8 +101,9 @@ TEST(Router, ProgramsAnswerAsTheDaemonExpects)
 {
     Simulator simulator;
     EXPECT_EQ(simulator.run("bin/echo network_status  two"), "network_status two\n");
+    EXPECT_EQ(simulator.set("wifi.channel-in-use", "11"), 204);
     const std::string channel = simulator.run("sbin/iwlist ath0 channel");
-    EXPECT_NE(channel.find("Current Frequency:2.437 GHz (Channel 6)"), std::string::npos) << channel;
+    EXPECT_NE(channel.find("Current Frequency:2.462 GHz (Channel 11)"), std::string::npos) << channel;
     const std::string list = simulator.run("bin/ps -e");
     for (const char *program : {"frontpaneld", "network_status", "pc_monitor", "ps"})
         EXPECT_NE(list.find(program), std::string::npos) << list;
@@ -114,14 +117,16 @@ TEST(Router, ProgramsAnswerAsTheDaemonExpects)
 
 TEST(Router, TheRegisterSwitchesTheBacklightAndTellsThePort)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     const auto lit = [&](const char *value) {
-        return eventually([&] { return simulator.state().find("\"lit\":" + std::string(value)) != std::string::npos; });
+        return eventually([&] { return simulator.has("\"lit\":" + std::string(value)); });
     };
     EXPECT_TRUE(lit("true"));
     simulator.run("sbin/5416regc 0x4048=0xfff8000");
     EXPECT_TRUE(lit("false"));
     EXPECT_EQ(simulator.run("sbin/5416regc 0x4048"), "5416:4048 0x00bf0000\n");
+    EXPECT_EQ(simulator.set("wan.port", "off"), 204);
+    EXPECT_EQ(simulator.run("sbin/5416regc 0x4048"), "5416:4048 0x00ff0000\n");
     simulator.run("sbin/5416regc 0x4048=0xfff8001");
     EXPECT_TRUE(lit("true"));
 }
@@ -139,8 +144,8 @@ TEST(Router, RefusesABadStart)
     std::ofstream(folder.path() / "tmp/precious") << "mine";
     const std::string here = folder.path();
     const BadStart starts[] = {
-        {{"--speed", "0"}, 2, "--speed takes a number from 1 to 100"},
-        {{"--speed", "10x"}, 2, "\"10x\""},
+        {{"--speed", "0"}, 2, "--speed takes one of pause, 1, 10, 100, not \"0\""},
+        {{"--world", "atlantis"}, 2, "healthy-home"},
         {{"--port", "65536"}, 2, "--port takes"},
         {{"--daemon", here + "/none"}, 2, "no program"},
         {{"--assets", here}, 2, "sbin/lcd_ml"},
@@ -162,7 +167,7 @@ TEST(Router, RefusesABadStart)
 
 TEST(Router, OneSimulatorARoot)
 {
-    Simulator simulator(1);
+    Simulator simulator("1");
     const TestFolder folder;
     const int status = end_of(start_panel_sim({"--root", simulator.root()}, folder.path() / "log"));
     EXPECT_EQ(WEXITSTATUS(status), 1);

@@ -69,8 +69,8 @@ inline int end_of(pid_t pid)
 
 class Simulator {
 public:
-    explicit Simulator(int speed = 100)
-        : pid_(start_panel_sim({"--root", root(), "--port", "0", "--speed", std::to_string(speed)}, log()))
+    explicit Simulator(const std::string &speed = "100", const std::string &world = "healthy-home")
+        : pid_(start_panel_sim({"--root", root(), "--port", "0", "--speed", speed, "--world", world}, log()))
     {
         EXPECT_TRUE(eventually([&] { return address().ends_with("/"); })) << printed();
         client = std::make_unique<httplib::Client>("127.0.0.1", port());
@@ -121,6 +121,7 @@ public:
     }
 
     std::string state() { return client->Get("/state")->body; }
+    bool has(const std::string &text) { return state().find(text) != std::string::npos; }
     unsigned long ticks() { return std::stoul(state().substr(std::string("{\"tick\":").size())); }
 
     /* The status of the answer to a POST. */
@@ -128,6 +129,19 @@ public:
     {
         const auto result = client->Post(path, body, "text/plain");
         return result ? result->status : 0;
+    }
+
+    /* Gives an input its value; the answer's status. */
+    int set(const std::string &id, const std::string &value) { return post("/input/" + id, value); }
+
+    /* What the LCD shows, as its driver got it. */
+    std::string frame() { return client->Get("/frame")->body; }
+
+    /* Waits until the LCD shows something else than `old`; what it is. */
+    std::string frame_after(const std::string &old)
+    {
+        EXPECT_TRUE(eventually([&] { return frame() != old; }));
+        return frame();
     }
 
     std::unique_ptr<httplib::Client> client;
