@@ -42,7 +42,7 @@ build() {
         rm -f "$log"
         die "the build of $preset failed"
     fi
-    # Of a good build only what the asset compilers warn of is worth a look.
-    grep ': warning:' "$log" || true
+    # Of a good build only what the asset compilers warn of, and the sizes of the glyph sets, are worth a look.
+    grep -E ': warning:|: [0-9]+ glyph files' "$log" || true
     rm -f "$log"
 }

@@ -27,7 +27,8 @@ static void add_text(Characters &characters, const std::string &text, const std:
     }
 }
 
-static Characters wanted_characters(const GlyphJob &job, Problems &problems)
+/* The characters of the texts and of the glyphs drawn by hand. */
+static Characters needed_characters(const GlyphJob &job, GlyphSources &sources, Problems &problems)
 {
     Characters characters;
     for (const std::string &file : job.texts) {
@@ -36,7 +37,14 @@ static Characters wanted_characters(const GlyphJob &job, Problems &problems)
             add_text(characters, entry.text, entry.place, problems);
         }
     }
-    for (const char32_t c : glyph_set(job.set))
+    for (const auto &[c, picture] : sources.own_glyphs())
+        characters.emplace(c, "");
+    return characters;
+}
+
+static Characters with_set(Characters characters, const std::set<char32_t> &set)
+{
+    for (const char32_t c : set)
         characters.emplace(c, "");
     return characters;
 }
@@ -60,17 +68,34 @@ static void write_large_glyphs(GlyphSources &sources, OutputFolder &output)
     }
 }
 
+/* What a set takes on flash, in one line. */
+static std::string set_size(std::string_view set, const Characters &characters, GlyphSources &sources)
+{
+    size_t files = 0, bytes = 0;
+    const auto add = [&](const Picture &picture) {
+        files++;
+        bytes += bitmap_file(picture).size();
+    };
+    for (const auto &[c, place] : characters)
+        if (const std::optional<Picture> picture = sources.text_glyph(c))
+            add(*picture);
+    for (const int font : LARGE_FONTS)
+        for (const auto &[c, picture] : sources.large_glyphs(font))
+            add(picture);
+    return std::string(set) + ": " + std::to_string(files) + " glyph files, " + std::to_string(bytes) + " bytes; " +
+           std::to_string(files * BLOCK_KIB) + " KiB where each file takes a block of " + std::to_string(BLOCK_KIB) +
+           " KiB\n";
+}
+
 std::string compile_glyphs(const GlyphJob &job, Problems &problems)
 {
-    Characters characters = wanted_characters(job, problems);
+    const std::set<char32_t> set = glyph_set(job.set);
     GlyphSources sources(job.fonts, job.own, job.with_chinese, problems);
     if (problems.failed())
         return "";
-    for (const auto &[c, picture] : sources.own_glyphs())
-        characters.emplace(c, "");
-
+    const Characters needed = needed_characters(job, sources, problems);
     OutputFolder output(job.output);
-    write_text_glyphs(characters, sources, output, problems);
+    write_text_glyphs(with_set(needed, set), sources, output, problems);
     write_large_glyphs(sources, output);
     const std::string notice = job.notice.empty() ? "" : notice_text(sources.packages(), DOCUMENTS, problems);
     if (problems.failed())
@@ -78,7 +103,8 @@ std::string compile_glyphs(const GlyphJob &job, Problems &problems)
     if (!job.notice.empty())
         write_file(job.notice, notice);
     output.replace();
-    return std::to_string(output.files()) + " glyph files, " + std::to_string(output.bytes()) + " bytes; " +
-           std::to_string(output.files() * BLOCK_KIB) + " KiB where each file takes a block of " +
-           std::to_string(BLOCK_KIB) + " KiB";
+    std::string sizes;
+    for (const std::string_view name : GLYPH_SETS)
+        sizes += set_size(name, with_set(needed, glyph_set(name)), sources);
+    return sizes + "built: " + job.set + '\n';
 }

@@ -17,6 +17,6 @@ struct GlyphJob {
     std::filesystem::path notice;   // the fonts' licences; empty: none is written
 };
 
-/* Replaces the job's output and tells how large it is. Every fault is reported; nothing is then replaced, and the
- * answer is empty. Throws std::invalid_argument for an unknown set. */
+/* Replaces the job's output and tells what each set takes on flash, a line each. Every fault is reported; nothing is
+ * then replaced, and the answer is empty. Throws std::invalid_argument for an unknown set. */
 std::string compile_glyphs(const GlyphJob &job, Problems &problems);

@@ -53,8 +53,6 @@ OutputFolder::~OutputFolder()
 void OutputFolder::write(const std::string &name, std::string_view content)
 {
     write_in_place(fresh_ / name, content);
-    ++files_;
-    bytes_ += content.size();
 }
 
 void OutputFolder::replace()

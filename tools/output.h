@@ -23,12 +23,7 @@ public:
     /* Puts the files in place; without it they are dropped. */
     void replace();
 
-    int files() const { return files_; }
-    std::size_t bytes() const { return bytes_; }
-
 private:
     std::filesystem::path folder_;
     std::filesystem::path fresh_; // where the files are written
-    int files_ = 0;
-    std::size_t bytes_ = 0;
 };

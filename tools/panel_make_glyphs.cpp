@@ -21,9 +21,7 @@ static void make_glyphs(const Arguments &arguments, Problems &problems)
         .output = arguments.one("--output"),
         .notice = arguments.has("--notice") ? arguments.one("--notice") : "",
     };
-    const std::string size = compile_glyphs(job, problems);
-    if (!size.empty())
-        std::cout << size << '\n';
+    std::cout << compile_glyphs(job, problems);
 }
 
 int main(int argc, char **argv)
