@@ -9,40 +9,35 @@
 
 #include <chrono>
 
-static void announce(const TestRoot &root, const char *event)
+class MainLoop : public testing::Test
+{
+protected:
+    MainLoop()
+    {
+        root.link_assets();
+        panel_start();
+        switch_screen("menu");
+    }
+
+    const TestRoot root;
+};
+
+TEST_F(MainLoop, EventsThatEndSomethingAreATickElsewhere)
 {
     root.write("/tmp/lcd/lcd_action", "event\n");
-    root.write("/tmp/lcd/lcd_event", event);
-    lcd_input_handler(SIGUSR1);
-    panel_pass();
-}
-
-TEST(MainLoop, EventsThatEndSomethingAreATickElsewhere)
-{
-    const TestRoot root;
-    root.link_assets();
-    panel_start();
     const char *const ending[] = {"restore internet", "save config end", "setup wizard end"};
     for (int i = 0; i < 3; i++) {
-        switch_screen("menu");
-        announce(root, ending[i]);
+        root.write("/tmp/lcd/lcd_event", ending[i]);
+        lcd_input_handler(SIGUSR1);
+        panel_pass();
         EXPECT_STREQ(current_screen->name, "menu");
         EXPECT_EQ(lcd_action, ACTION_TICK);
         EXPECT_EQ(get_lcd_event_id(), EVENT_RESTORE_INTERNET + 2 * i);
     }
-    announce(root, "lost internet");
-    EXPECT_STREQ(current_screen->name, "router event");
-    announce(root, "restore internet");
-    EXPECT_STREQ(current_screen->name, "network status");
-    EXPECT_EQ(lcd_action, ACTION_EVENT);
 }
 
-TEST(MainLoop, FollowsAChangeOfLanguage)
+TEST_F(MainLoop, FollowsAChangeOfLanguage)
 {
-    const TestRoot root;
-    root.link_assets();
-    panel_start();
-    switch_screen("menu");
     static int entered;
     entered = 0;
     screen_observer = [](const char *) { entered++; };
@@ -65,12 +60,8 @@ TEST(MainLoop, FollowsAChangeOfLanguage)
 }
 
 /* A signal that arrives during the work between two sleeps must not wait for the sleep to end. */
-TEST(MainLoop, NeverSleepsOverASignal)
+TEST_F(MainLoop, NeverSleepsOverASignal)
 {
-    const TestRoot root;
-    root.link_assets();
-    panel_start();
-    switch_screen("menu");
     root.write("/tmp/lcd/lcd_action", "right\n");
     const auto begin = std::chrono::steady_clock::now();
     for (int i = 0; i < 200; i++) {
@@ -82,34 +73,4 @@ TEST(MainLoop, NeverSleepsOverASignal)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2)) << "200 sleeps of 100 ms take 20 s";
     panel_wait();
     EXPECT_FALSE(input_pending);
-}
-
-TEST(MainLoop, ChecksTheCompanionsEachMinuteButNotWithAKey)
-{
-    const TestRoot root;
-    root.link_assets();
-    panel_start();
-    switch_screen("menu");
-    replay.trace = true;
-    const auto pass_at = [](uint32_t tick) {
-        tick_count = tick;
-        return printed(panel_pass).find(" pipe /bin/ps") != std::string::npos;
-    };
-    root.write("/tmp/lcd/lcd_action", "right\n");
-    EXPECT_FALSE(pass_at(600));
-    lcd_input_handler(SIGUSR1);
-    EXPECT_FALSE(pass_at(601));
-    EXPECT_TRUE(pass_at(602));
-    EXPECT_FALSE(pass_at(602 + 600));
-    EXPECT_TRUE(pass_at(602 + 601));
-}
-
-TEST(ScreenTable, ReportsUnknownNamesAndIgnoresNull)
-{
-    const TestRoot root;
-    root.link_assets();
-    switch_screen("menu");
-    EXPECT_EQ(printed([] { switch_screen("Menu"); }), "lcd switch screen failed, current menu, switch to Menu\n");
-    EXPECT_EQ(printed([] { switch_screen(nullptr); }), "");
-    EXPECT_STREQ(current_screen->name, "menu");
 }

@@ -27,41 +27,30 @@ expect screen menu
                           "standard input:7: expect lit 0 49: found dark\n");
 }
 
-static const struct BadLine {
-    const char *line, *reason;
-} bad_lines[] = {
-    {"foo", "unknown word \"foo\""},
-    {"signal SIGUSR1", "unknown word \"SIGUSR1\""},
-    {"expect frame", "unknown word \"frame\""},
-    {"expect", "too few words behind \"expect\""},
-    {"expect lit 1", "too few words behind \"lit\""},
-    {"signal input 1", "too many words behind \"input\""},
-    {"key up down", "too many words behind \"key\""},
-    {"nvram a \"b", "a quoted word has no end"},
-    {"nvram a \"\\x00\"", "a NUL byte may stand only in the text of a file or an output"},
-    {"output \"\\x00\" a", "a NUL byte may stand only in the text of a file or an output"},
-    {"pass -1", "\"-1\" is not a number from 0 to 4294967295"},
-    {"pass 4294967296", "\"4294967296\" is not a number from 0 to 4294967295"},
-    {"expect lit 128 0", "\"128\" is not a number from 0 to 127"},
-    {"expect dark 0 64", "\"64\" is not a number from 0 to 63"},
-    {"expect lit 0 0", "there is no frame yet"},
-    {"art", "there is no frame yet"},
-    {"shot /tmp/panel-test.png", "there is no frame yet"},
-    {"interface abcdefghijklmnop 10.0.0.2 255.0.0.0 00:1f:33:8a:5f:2a 1500", "an interface's name has 1 to 15 bytes"},
-    {"interface eth0 10.0.0 255.0.0.0 00:1f:33:8a:5f:2a 1500", "a malformed address"},
-    {"interface eth0 10.0.0.2 255.0.0.0 00:1f:33:8a:5f:+a 1500", "a malformed address"},
-    {"interface eth0 10.0.0.2 255.0.0.0 00:1f:33:8a:5f:2a -1", "\"-1\" is not a number from 0 to 2147483647"},
-    {"file tmp/a b", "the path is not absolute"},
-    {"mkdir /tmp/../a", "the path has a .. component"},
-    {"rm /..", "the path has a .. component"},
-    {"rm //./", "the root stays"},
-    {"file /tmp b", "Is a directory"},
-    {"file /script/a b", "Not a directory"},
-    {"mkdir /script", "Not a directory"},
-};
-
 TEST(Play, StopsAtABadLine)
 {
+    const std::pair<const char *, const char *> bad_lines[] = {
+        {"foo", "unknown word \"foo\""},
+        {"expect frame", "unknown word \"frame\""},
+        {"expect lit 1", "too few words behind \"lit\""},
+        {"key up down", "too many words behind \"key\""},
+        {"nvram a \"\\x00\"", "a NUL byte may stand only in the text of a file or an output"},
+        {"pass -1", "\"-1\" is not a number from 0 to 4294967295"},
+        {"expect lit 128 0", "\"128\" is not a number from 0 to 127"},
+        {"expect dark 0 64", "\"64\" is not a number from 0 to 63"},
+        {"expect lit 0 0", "there is no frame yet"},
+        {"art", "there is no frame yet"},
+        {"shot /tmp/panel-test.png", "there is no frame yet"},
+        {"interface abcdefghijklmnop 10.0.0.2 255.0.0.0 00:1f:33:8a:5f:2a 1500",
+         "an interface's name has 1 to 15 bytes"},
+        {"interface eth0 10.0.0 255.0.0.0 00:1f:33:8a:5f:2a 1500", "a malformed address"},
+        {"interface eth0 10.0.0.2 255.0.0.0 00:1f:33:8a:5f:+a 1500", "a malformed address"},
+        {"file tmp/a b", "the path is not absolute"},
+        {"rm /tmp/..", "the path has a .. component"},
+        {"rm //./", "the root stays"},
+        {"file /tmp b", "Is a directory"},
+        {"mkdir /script", "Not a directory"},
+    };
     const TestRoot root;
     for (const auto &[line, reason] : bad_lines) {
         const ProgramRun played = play(root, std::string("goto Menu\n") + line + "\ngoto Menu\n");
@@ -76,22 +65,17 @@ TEST(Play, RefusesBadUsage)
     const TestRoot root;
     root.write("/a.scenario", "goto Menu\n");
     root.write("/a.txt", "goto Menu\n");
-    std::filesystem::create_directory(root.path("/folder.scenario"));
-    const std::string program = BUILT_BIN "/panel-replay ", dir = root.path("/").string();
+    const std::string program = PANEL_REPLAY " ", dir = root.path("/").string();
     const std::string usage = "usage: panel-replay --root DIR [--lines] [SCRIPT.scenario]\n";
     const struct {
         std::string arguments, err;
     } cases[] = {
         {"", usage},
-        {"--root", "requires an argument\n" + usage},
         {dir + "a.scenario", usage},
         {"--root " + dir + " " + dir + "a.txt", usage},
-        {"--root " + dir + " " + dir + "a.scenario " + dir + "a.scenario", usage},
         {"--root " + dir + " --trace " + dir + "a.scenario", "unrecognized option '--trace'\n" + usage},
-        {"--root " + dir + "none " + dir + "a.scenario", dir + "none: No such file or directory\n"},
         {"--root " + dir + "a.txt " + dir + "a.scenario", dir + "a.txt: Not a directory\n"},
         {"--root " + dir + " " + dir + "none.scenario", dir + "none.scenario: No such file or directory\n"},
-        {"--root " + dir + " " + dir + "folder.scenario", dir + "folder.scenario: cannot be read\n"},
         {"--root " + dir + " < " + dir, "standard input: cannot be read\n"},
     };
     for (const auto &[arguments, err] : cases) {
@@ -118,15 +102,12 @@ TEST(Play, ChangesNothingOutsideTheRoot)
     std::filesystem::create_hard_link(outside.path("/folder/kept"), root.path("/hard"));
     std::filesystem::create_symlink("tmp", root.path("/inside"));
     const char *leads_out = "standard input:1: the path leads out of the root\n";
-    for (const char *line : {"file /out-folder/kept x", "file /out-folder/a/b x", "rm /out-folder/kept",
-                             "rm /out-folder/none", "mkdir /out-folder/a"})
+    for (const char *line : {"file /out-folder/a/b x", "rm /out-folder/kept", "mkdir /out-folder/a"})
         EXPECT_EQ(play(root, line).err, leads_out) << line;
     const ProgramRun played = play(root, R"(file /out-file "a\x00b"
 file /dangling x
 file /hard x
 file /inside/a/b x
-rm /tmp/none
-rm /script/none
 mkdir /tmp
 mkdir /out-folder
 rm /out-folder/
@@ -137,8 +118,4 @@ rm /out-folder/
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(root.path("/out-folder"))));
     EXPECT_EQ(read_back(outside.path("/folder/kept")), "as it was");
     EXPECT_FALSE(std::filesystem::exists(outside.path("/folder/new")));
-
-    const ProgramRun removed = play(root, "mkdir /tmp/deep/er\nrm /tmp");
-    EXPECT_EQ(removed.status, 0) << removed.err;
-    EXPECT_FALSE(std::filesystem::exists(root.path("/tmp")));
 }

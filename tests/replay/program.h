@@ -29,6 +29,6 @@ inline ProgramRun run(const TestRoot &root, const std::string &command)
 inline ProgramRun play(const TestRoot &root, std::string_view script, const std::string &options = "")
 {
     root.write("/script", script);
-    return run(root, BUILT_BIN "/panel-replay --root " + root.path("/").string() + " " + options + " < " +
+    return run(root, PANEL_REPLAY " --root " + root.path("/").string() + " " + options + " < " +
                          root.path("/script").string());
 }

@@ -11,9 +11,7 @@ TEST(RunScenario, HoldsThePlayAndTheTraceToWhatIsExpected)
         {"goto Menu\n", nullptr, 0},
         {"mkdir /tmp/lcd\ngoto Menu\ngoto menu\n", trace, 0},
         {"mkdir /tmp/lcd\ngoto Menu\ngoto menu\ngoto menu\n", trace, 1},
-        {"mkdir /tmp/lcd\ngoto menu\n", trace, 1},
         {"expect screen menu\n", nullptr, 1},
-        {"expect screen menu\n", "", 1},
         {"foo\n", "", 2},
     };
     for (const auto &[scenario, expected, status] : cases) {
@@ -22,9 +20,9 @@ TEST(RunScenario, HoldsThePlayAndTheTraceToWhatIsExpected)
         if (expected)
             root.write("/a.trace", expected);
         std::filesystem::create_directory(root.path("/work"));
-        const std::string runner = SOURCE_DIR "/tests/run_scenario.sh " BUILT_BIN "/panel-replay " BUILT_ROOT " ";
-        const ProgramRun played =
-            run(root, "TMPDIR=" + root.path("/work").string() + " " + runner + root.path("/a.scenario").string());
+        const std::string work = root.path("/work").string(), script = root.path("/a.scenario").string();
+        const ProgramRun played = run(root, "TMPDIR=" + work + " " SOURCE_DIR "/tests/run_scenario.sh " BUILT_ROOT " " +
+                                                script + " " PANEL_REPLAY);
         EXPECT_EQ(played.status, status) << scenario << played.out << played.err;
         EXPECT_TRUE(std::filesystem::is_empty(root.path("/work"))) << scenario;
     }
