@@ -62,7 +62,8 @@ int router_interface_socket()
 
 int router_interface_query(int fd, unsigned long request, ifreq *interface)
 {
-    return ioctl(fd, request, interface);
+    /* An int to some C libraries, an unsigned long to others; every request about an interface fits both. */
+    return ioctl(fd, static_cast<int>(request), interface);
 }
 
 int router_display_socket()
