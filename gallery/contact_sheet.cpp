@@ -16,7 +16,8 @@ static void put(Sheet &sheet, const Picture &picture, int left, int top)
     for (int y = 0; y < 64 * SHEET_SCALE; y++)
         for (int x = 0; x < 128 * SHEET_SCALE; x++) {
             const bool ink = picture[static_cast<size_t>(y / SHEET_SCALE)][static_cast<size_t>(x / SHEET_SCALE)] == '#';
-            sheet.pixels[static_cast<size_t>((top + y) * sheet.width + left + x)] = ink ? INK : PAPER;
+            sheet.pixels[static_cast<size_t>(top + y) * static_cast<size_t>(sheet.width) +
+                         static_cast<size_t>(left + x)] = ink ? INK : PAPER;
         }
 }
 
@@ -25,10 +26,11 @@ void write_contact_sheet(const std::vector<Picture> &pictures, const std::string
     const int count = static_cast<int>(pictures.size());
     const int rows = (count + SHEET_COLUMNS - 1) / SHEET_COLUMNS;
     Sheet sheet = {SHEET_COLUMNS * CELL_WIDTH + SHEET_GAP, rows * CELL_HEIGHT + SHEET_GAP, {}};
-    sheet.pixels.assign(static_cast<size_t>(sheet.width * sheet.height), GAP);
+    sheet.pixels.assign(static_cast<size_t>(sheet.width) * static_cast<size_t>(sheet.height), GAP);
     for (int i = 0; i < count; i++)
-        put(sheet, pictures[static_cast<size_t>(i)], SHEET_GAP + i % SHEET_COLUMNS * CELL_WIDTH,
-            SHEET_GAP + i / SHEET_COLUMNS * CELL_HEIGHT);
+        if (const Picture &picture = pictures[static_cast<size_t>(i)]; !picture.empty())
+            put(sheet, picture, SHEET_GAP + i % SHEET_COLUMNS * CELL_WIDTH,
+                SHEET_GAP + i / SHEET_COLUMNS * CELL_HEIGHT);
 
     png_image image = {};
     image.version = PNG_IMAGE_VERSION;

@@ -12,5 +12,6 @@ constexpr int SHEET_GAP = 6;                              // between two picture
 constexpr int CELL_WIDTH = 128 * SHEET_SCALE + SHEET_GAP; // from one picture to the next
 constexpr int CELL_HEIGHT = 64 * SHEET_SCALE + SHEET_GAP;
 
-/* Writes the pictures row by row to a PNG. Throws std::runtime_error when it cannot be written. */
+/* Writes the pictures row by row to a PNG; an empty one leaves its place free. Throws std::runtime_error when it cannot
+ * be written. */
 void write_contact_sheet(const std::vector<Picture> &pictures, const std::string &path);

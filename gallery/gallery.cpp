@@ -55,16 +55,29 @@ static bool check(const std::string &language, const PictureSet &set)
     return good;
 }
 
-static std::vector<Picture> in_order(const PictureSet &set)
+/* Every name of a picture; a text has more pages in one language than in another. */
+static std::set<std::string> all_names(const std::map<std::string, PictureSet> &sets)
+{
+    std::set<std::string> names;
+    for (const auto &[language, set] : sets)
+        for (const auto &[name, picture] : set.pictures)
+            names.insert(name);
+    return names;
+}
+
+/* A picture for each of `names`; an empty one for a name that the set has not. */
+static std::vector<Picture> in_order(const PictureSet &set, const std::set<std::string> &names)
 {
     std::vector<Picture> pictures;
-    for (const auto &[name, picture] : set.pictures)
-        pictures.push_back(picture);
+    for (const std::string &name : names) {
+        const auto found = set.pictures.find(name);
+        pictures.push_back(found == set.pictures.end() ? Picture() : found->second);
+    }
     return pictures;
 }
 
 /* A row for each picture, a column for each language; the sheets serve as the images. */
-static void write_page(const Options &options, const std::map<std::string, Picture> &pictures)
+static void write_page(const Options &options, const std::set<std::string> &names)
 {
     std::ofstream page(options.output + "/index.html");
     page << "<!doctype html>\n<html lang=\"en\"><meta charset=\"utf-8\"><title>The panel in all languages</title>\n"
@@ -76,7 +89,7 @@ static void write_page(const Options &options, const std::map<std::string, Pictu
     for (const std::string &language : options.languages)
         page << "<th>" << language << "</th>";
     int index = 0;
-    for (const auto &[name, picture] : pictures) {
+    for (const std::string &name : names) {
         const int x = SHEET_GAP + index % SHEET_COLUMNS * CELL_WIDTH,
                   y = SHEET_GAP + index / SHEET_COLUMNS * CELL_HEIGHT;
         page << "</tr>\n<tr style=\"--at:-" << x << "px -" << y << "px\"><th>" << name << "</th>";
@@ -91,15 +104,16 @@ static int run(const Options &options)
 {
     fs::create_directories(options.output);
     bool good = true;
-    std::map<std::string, Picture> pictures;
+    std::map<std::string, PictureSet> sets;
     for (const std::string &language : options.languages) {
-        const PictureSet set = draw_pictures(options.source, language);
-        write_contact_sheet(in_order(set), options.output + "/" + language + ".png");
-        good = check(language, set) && good;
-        pictures = set.pictures;
+        sets[language] = draw_pictures(options.source, language);
+        good = check(language, sets[language]) && good;
     }
-    write_page(options, pictures);
-    std::cout << pictures.size() << " pictures in " << options.languages.size() << " languages\n";
+    const std::set<std::string> names = all_names(sets);
+    for (const auto &[language, set] : sets)
+        write_contact_sheet(in_order(set, names), options.output + "/" + language + ".png");
+    write_page(options, names);
+    std::cout << names.size() << " pictures in " << options.languages.size() << " languages\n";
     return good ? 0 : 1;
 }
 

@@ -4,10 +4,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 
 namespace fs = std::filesystem;
+
+static constexpr int MOST_PAGES = 9; // drawn of a text; the last one must be one of the others again
 
 std::vector<std::string> parse_options(int argc, char **argv, PictureSource &source,
                                        std::map<std::string, std::string *> values)
@@ -65,31 +68,54 @@ struct Request {
 /* A scenario with all that its pictures need. */
 struct Script {
     std::vector<std::string> lines;
-    std::vector<Request> requests; // of each line
+    std::vector<Request> requests;  // of each line
+    std::vector<std::string> texts; // drawn page by page
 };
+
+static void add(Script &script, const std::string &line, const Request &request = {})
+{
+    script.lines.push_back(line);
+    script.requests.push_back(request);
+}
+
+static void add_page(Script &script, const std::string &name)
+{
+    add(script, "art", {name, false});
+    add(script, "pass 6"); // the period of a redraw
+    add(script, "art", {name, true});
+}
+
+static std::string page_name(const std::string &text, int page)
+{
+    return text + "-" + std::to_string(page);
+}
+
+static void add_pages(Script &script, const std::string &text)
+{
+    for (int page = 1; page <= MOST_PAGES; page++) {
+        add_page(script, page_name(text, page));
+        add(script, "key down");
+        add(script, "pass");
+    }
+    script.texts.push_back(text);
+}
 
 static Script prepare(const fs::path &scenario, const std::string &language)
 {
-    static const std::string picture_mark = "# picture ", page_mark = "# page ";
+    static const std::string picture_mark = "# picture ", page_mark = "# page ", pages_mark = "# pages ";
     Script script;
-    const auto add = [&script](const std::string &line, const Request &request = {}) {
-        script.lines.push_back(line);
-        script.requests.push_back(request);
-    };
-    add("nvram language_lcd " + language);
+    add(script, "nvram language_lcd " + language);
     std::ifstream stream(scenario);
     std::string previous;
     for (const std::string &line : split_lines(stream)) {
-        if (line != "art") {
-            add(line);
-        } else if (previous.starts_with(picture_mark)) {
-            add(line, {previous.substr(picture_mark.size()), false});
-        } else if (previous.starts_with(page_mark)) {
-            const std::string name = previous.substr(page_mark.size());
-            add(line, {name, false});
-            add("pass 6"); // the period of a redraw
-            add(line, {name, true});
-        }
+        if (line != "art")
+            add(script, line);
+        else if (previous.starts_with(picture_mark))
+            add(script, line, {previous.substr(picture_mark.size()), false});
+        else if (previous.starts_with(page_mark))
+            add_page(script, previous.substr(page_mark.size()));
+        else if (previous.starts_with(pages_mark))
+            add_pages(script, previous.substr(pages_mark.size()));
         previous = line;
     }
     return script;
@@ -142,6 +168,23 @@ static void collect(const Script &script, const std::vector<std::string> &trace,
     }
 }
 
+/* A text's pages come round again after the last one, or that stays: what was drawn from then on is dropped. */
+static void drop_repeated_pages(const std::string &text, PictureSet &set)
+{
+    std::set<Picture> seen;
+    bool over = false;
+    for (int page = 1; page <= MOST_PAGES; page++) {
+        const std::string name = page_name(text, page);
+        over = over || !seen.insert(set.pictures.at(name)).second;
+        if (over) {
+            set.pictures.erase(name);
+            set.redrawn.erase(name);
+        }
+    }
+    if (!over)
+        throw std::runtime_error(text + " has more than " + std::to_string(MOST_PAGES - 1) + " pages");
+}
+
 PictureSet draw_pictures(const PictureSource &source, const std::string &language)
 {
     std::vector<fs::path> scenarios;
@@ -153,6 +196,8 @@ PictureSet draw_pictures(const PictureSource &source, const std::string &languag
     for (const fs::path &scenario : scenarios) {
         const Script script = prepare(scenario, language);
         collect(script, play(source, scenario, script), set);
+        for (const std::string &text : script.texts)
+            drop_repeated_pages(text, set);
     }
     return set;
 }

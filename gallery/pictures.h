@@ -1,7 +1,8 @@
 /* The pictures that golden scenarios draw.
  *
  * A scenario names a picture by a comment right before an `art` command: "# picture NAME", or "# page NAME" for a page
- * of text, which must look the same at its next redraw. */
+ * of text, which must look the same at its next redraw. "# pages NAME" draws a text page by page to its end: NAME-1,
+ * NAME-2 and so on, as many as the language has. */
 #pragma once
 
 #include <filesystem>
