@@ -37,6 +37,7 @@ private:
 class LineReader
 {
 public:
+    /* cppcheck-suppress uninitMemberVar ; the buffer is filled before it is read */
     explicit LineReader(const char *path) : file_(path) {}
 
     /* Whether the file could be opened. */
@@ -61,6 +62,9 @@ public:
     ~Setting();
     Setting(const Setting &) = delete;
     Setting &operator=(const Setting &) = delete;
+
+    /* Whether it could be read; false only when memory has run out. */
+    explicit operator bool() const { return text_ != nullptr; }
 
     /* The value; "" when the key is missing. Never null. */
     const char *text() const { return text_ ? text_ : ""; }

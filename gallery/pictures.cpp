@@ -144,8 +144,12 @@ static std::vector<std::string> play(const PictureSource &source, const fs::path
 /* The number of the script line that a "@T line N" record announces; 0 for any other line of a trace. */
 static size_t announced_line(const std::string &record)
 {
-    unsigned tick, line;
-    return sscanf(record.c_str(), "@%u line %u", &tick, &line) == 2 ? line : 0;
+    std::istringstream stream(record);
+    char mark;
+    unsigned tick;
+    size_t line;
+    std::string word;
+    return stream >> mark >> tick >> word >> line && mark == '@' && word == "line" ? line : 0;
 }
 
 static void collect(const Script &script, const std::vector<std::string> &trace, PictureSet &set)

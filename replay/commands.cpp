@@ -63,7 +63,7 @@ static Outcome play_words(std::span<const Command> commands, Words words)
     if (rest.size() > command->most)
         return bad_line("too many words behind " + quote_text(words[0]));
     const Words texts = command->nul_in_text ? rest.first(rest.size() - 1) : rest;
-    if (std::ranges::any_of(texts, [](const std::string &word) { return word.find('\0') != word.npos; }))
+    if (std::ranges::any_of(texts, [](const std::string &word) { return word.find('\0') != std::string::npos; }))
         return bad_line("a NUL byte may stand only in the text of a file or an output");
     return command->play(rest);
 }

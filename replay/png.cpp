@@ -34,7 +34,7 @@ std::string write_png(const uint8_t *frame, const std::string &path)
     std::ofstream file(path, std::ios::binary);
     if (file.write(bytes.data(), static_cast<std::streamsize>(size)).flush())
         return "";
-    const std::string reason = strerror(errno);
+    std::string reason = strerror(errno);
     /* No half of a picture stays behind; a device does. */
     std::error_code error;
     if (file.is_open() && std::filesystem::is_regular_file(path, error))

@@ -16,7 +16,7 @@ static std::string take_quoted(std::string_view line, size_t &at, std::string &w
         return "a quoted word has no end";
     word = line.substr(begin, at - begin);
     at++;
-    if (at < line.size() && BLANKS.find(line[at]) == BLANKS.npos)
+    if (at < line.size() && BLANKS.find(line[at]) == std::string_view::npos)
         return "no blank behind a quoted word";
     const ssize_t length = unescape_text(word.data(), word.size());
     if (length < 0)

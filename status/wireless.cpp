@@ -2,8 +2,8 @@
 
 #include "core/command.h"
 #include "core/file.h"
+#include "core/number.h"
 
-#include <cstdlib>
 #include <cstring>
 
 static constexpr const char *CHANNEL_COMMAND = "/sbin/iwlist ath0 channel  2> /dev/null";
@@ -27,5 +27,5 @@ int wl_auto_channel()
         return UNKNOWN_CHANNEL;
     char digits[8] = {};
     memcpy(digits, number, strnlen(number, sizeof digits - 1));
-    return atoi(digits);
+    return parse_int(digits);
 }

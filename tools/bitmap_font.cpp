@@ -46,9 +46,9 @@ std::optional<FontGlyph> BitmapFont::glyph(char32_t code) const
     const FT_UInt index = FT_Get_Char_Index(face_.get(), code);
     if (index == 0 || FT_Load_Glyph(face_.get(), index, FT_LOAD_DEFAULT) != 0)
         return std::nullopt;
-    const FT_GlyphSlot slot = face_->glyph;
-    if (slot->bitmap.pixel_mode != FT_PIXEL_MODE_MONO)
+    const FT_GlyphSlotRec &slot = *face_->glyph;
+    if (slot.bitmap.pixel_mode != FT_PIXEL_MODE_MONO)
         return std::nullopt;
-    return FontGlyph{picture_of(slot->bitmap), slot->bitmap_left, slot->bitmap_top,
-                     static_cast<int>(slot->advance.x >> 6)};
+    return FontGlyph{picture_of(slot.bitmap), slot.bitmap_left, slot.bitmap_top,
+                     static_cast<int>(slot.advance.x >> 6)};
 }

@@ -99,10 +99,10 @@ std::optional<FontGlyph> GlyphSources::east_asian_glyph(char32_t c)
     constexpr std::size_t jis_x_0208_bytes = 2;
     const bool han = c >= 0x3400 && c < 0xA000;
     if (han && to_japanese_.convert(encode_utf8({&c, 1})).value_or("").size() != jis_x_0208_bytes) {
-        if (const std::optional<FontGlyph> glyph = take(FontId::CHINESE, c))
+        if (std::optional<FontGlyph> glyph = take(FontId::CHINESE, c))
             return glyph;
     }
-    if (const std::optional<FontGlyph> glyph = take(FontId::ASIAN, c))
+    if (std::optional<FontGlyph> glyph = take(FontId::ASIAN, c))
         return glyph;
     return take(FontId::HANGUL, c);
 }
@@ -117,9 +117,9 @@ std::optional<Picture> GlyphSources::text_glyph(char32_t c)
         return Picture(blank_width, GLYPH_HEIGHT);
     if (c == 0xA0)
         return Picture(no_break_blank_width, GLYPH_HEIGHT);
-    if (const std::optional<FontGlyph> glyph = latin_glyph(c))
+    if (std::optional<FontGlyph> glyph = latin_glyph(c))
         return latin_cell(c, *glyph);
-    if (const std::optional<FontGlyph> glyph = east_asian_glyph(c))
+    if (std::optional<FontGlyph> glyph = east_asian_glyph(c))
         return east_asian_cell(c, *glyph);
     return std::nullopt;
 }
@@ -131,7 +131,7 @@ std::map<char32_t, Picture> GlyphSources::large_glyphs(int font)
     std::map<char32_t, FontGlyph> glyphs;
     int width = 0;
     for (const char32_t c : std::u32string_view(U"0123456789.:")) {
-        if (const std::optional<FontGlyph> glyph = take(source, c))
+        if (std::optional<FontGlyph> glyph = take(source, c))
             glyphs.emplace(c, *glyph);
     }
     for (char32_t c = U'0'; c <= U'9'; ++c)

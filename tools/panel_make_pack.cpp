@@ -4,6 +4,7 @@
 #include "tools/tool.h"
 
 #include <cstdio>
+#include <stdexcept>
 
 static constexpr Option options[] = {
     {"--template", Values::ONE, true},
@@ -15,7 +16,8 @@ static constexpr Option options[] = {
 static void make_pack(const Arguments &arguments, Problems &problems)
 {
     /* There the daemon's code complains of texts that it is tried with; what matters is reported. */
-    std::freopen("/dev/null", "w", stdout);
+    if (!std::freopen("/dev/null", "w", stdout))
+        throw std::runtime_error("/dev/null cannot be opened");
     const std::string translation = arguments.has("--translation") ? arguments.one("--translation") : "";
     const std::optional<std::string> pack =
         compile_pack(arguments.one("--template"), translation, arguments.one("--bitmaps"), problems);

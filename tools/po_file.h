@@ -16,4 +16,4 @@ struct PoEntry {
 };
 
 /* The entries of a file but its header and obsolete ones, in their order. Faults of the file are reported. */
-std::vector<PoEntry> read_po_file(const std::filesystem::path &file, Problems &problems);
+std::vector<PoEntry> read_po_file(const std::filesystem::path &path, Problems &problems);
