@@ -3,6 +3,7 @@
 #include "gfx/frame_buffer.h"
 #include "platform/router.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -16,6 +17,9 @@ struct FrameMessage {
 };
 static_assert(sizeof(FrameMessage) == 1040, "the driver takes messages of this size alone");
 
+/* Whether this program's own lock has been left behind, where removing it failed. */
+static bool lock_left;
+
 /* Asked once: the daemon never forks itself, and every frame carries the id twice. */
 static uint32_t own_port()
 {
@@ -25,13 +29,23 @@ static uint32_t own_port()
     return port;
 }
 
+static void remove_lock()
+{
+    lock_left = router_remove(LCD_LOCK_FILE) < 0 && errno != ENOENT;
+}
+
 static bool create_lock()
 {
-    const int fd = router_open(LCD_LOCK_FILE, O_WRONLY | O_CREAT | O_TRUNC);
+    /* O_EXCL: no link that somebody has planted is followed. */
+    const int fd = router_open(LCD_LOCK_FILE, O_WRONLY | O_CREAT | O_EXCL);
     if (fd < 0)
         return false;
     close(fd);
-    return router_exists(LCD_LOCK_FILE);
+    if (router_exists(LCD_LOCK_FILE))
+        return true;
+    /* It may be there and only not be seen, for want of memory. */
+    remove_lock();
+    return false;
 }
 
 static bool send_frame(int fd, const uint8_t *frame)
@@ -57,6 +71,9 @@ static bool send_frame(int fd, const uint8_t *frame)
 
 int write_lcd_data(const uint8_t *frame)
 {
+    /* It would keep away every picture from now on. */
+    if (lock_left)
+        remove_lock();
     if (router_exists(LCD_LOCK_FILE)) {
         printf("write_lcd_data: write protect check failed, return\n");
         return -1;
@@ -73,7 +90,7 @@ int write_lcd_data(const uint8_t *frame)
         sent = send_frame(fd, frame);
     if (fd >= 0)
         close(fd);
-    router_remove(LCD_LOCK_FILE);
+    remove_lock();
     return sent ? 0 : -1;
 }
 

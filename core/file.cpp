@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <sys/stat.h>
 #include <unistd.h>
 
 File::File(const char *path, int flags) : fd_(router_open(path, flags)) {}
@@ -37,6 +38,12 @@ size_t File::read_full(void *buffer, size_t size) const
     return total;
 }
 
+bool File::is_plain() const
+{
+    struct stat status;
+    return fd_ >= 0 && fstat(fd_, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 1;
+}
+
 bool File::write_full(const void *buffer, size_t size) const
 {
     size_t total = 0;
@@ -54,7 +61,9 @@ bool File::write_full(const void *buffer, size_t size) const
 bool LineReader::fill()
 {
     start_ = 0;
-    end_ = file_ ? file_.read_full(buffer_, sizeof buffer_) : 0;
+    /* What a writer adds behind the end that has been seen belongs to no line here. */
+    end_ = file_ && !ended_ && fills_left_-- > 0 ? file_.read_full(buffer_, sizeof buffer_) : 0;
+    ended_ = end_ < sizeof buffer_;
     return end_ > 0;
 }
 

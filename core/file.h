@@ -25,6 +25,9 @@ public:
     /* Reads until `size` bytes are there or the file ends. Bytes read; a failure counts as the end. */
     size_t read_full(void *buffer, size_t size) const;
 
+    /* Whether it is an ordinary file of one name: writing to it reaches neither another file nor another program. */
+    bool is_plain() const;
+
     /* As read_full, for writing. True when all was written. */
     bool write_full(const void *buffer, size_t size) const;
 
@@ -33,7 +36,7 @@ private:
 };
 
 /* The lines of a file as fgets gives them one after the other; a line longer than the buffer goes on as the next one.
- */
+ * Files of lines are small: one that does not end is left after its first 64 kB. */
 class LineReader
 {
 public:
@@ -52,6 +55,8 @@ private:
     File file_;
     char buffer_[1024];
     size_t start_ = 0, end_ = 0; // what of the buffer is still to be read
+    bool ended_ = false;         // the end of the file has been seen
+    int fills_left_ = 64;
 };
 
 /* One value read from the settings store, freed with its owner. */

@@ -13,9 +13,14 @@ static int power_save_mode = POWER_SAVE_NOT_READ;
 
 int get_lcd_power_save_mode()
 {
-    if (power_save_mode == POWER_SAVE_NOT_READ)
-        power_save_mode = strcmp(Setting(POWER_SAVE_KEY).text(), "on") == 0 ? POWER_SAVE_ON : POWER_SAVE_OFF;
-    return power_save_mode;
+    if (power_save_mode != POWER_SAVE_NOT_READ)
+        return power_save_mode;
+    const Setting setting(POWER_SAVE_KEY);
+    const int mode = strcmp(setting.text(), "on") == 0 ? POWER_SAVE_ON : POWER_SAVE_OFF;
+    /* A value that could not be read is read again the next time. */
+    if (setting)
+        power_save_mode = mode;
+    return mode;
 }
 
 void toggle_lcd_power_save_mode()
