@@ -10,7 +10,7 @@ die() {
 # What the build itself needs; ./check adds more.
 build_packages=(
     g++ cmake ninja-build binutils pkg-config
-    libgettextpo-dev libfreetype-dev libpng-dev libgtest-dev libcpp-httplib-dev
+    libgettextpo-dev libfreetype-dev libpng-dev libgtest-dev libcpp-httplib-dev libncurses-dev tmux libgif-dev
     xfonts-mplus xfonts-75dpi xfonts-efont-unicode xfonts-wqy xfonts-base
 )
 

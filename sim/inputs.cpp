@@ -1,5 +1,6 @@
 #include "sim/inputs.h"
 
+#include "core/display.h"
 #include "sim/places.h"
 #include "sim/router_files.h"
 #include "sim/settings.h"
@@ -16,6 +17,9 @@ static constexpr const char *MODES = "dhcp static pppoe pptp l2tp bpa multi_pppo
 static constexpr const char *SECURITY = "disabled wep psk psk2 psk2_mixed";
 static constexpr const char *CHANNELS = "auto 1 2 3 4 5 6 7 8 9 10 11 12 13";
 static constexpr const char *OUTCOMES = "success stop overlap error none";
+static constexpr const char *PICTURES =
+    "none ICONS_ROUTER_NOWL_NOW ICONS_ROUTER_NOWL_WITHW ICONS_ROUTER_WITHWL_NOW ICONS_ROUTER_WITHWL_WITHW "
+    "ICON_INTERNET ICON_MODEM ICON_SECURITY ICON_TARVEX ICON_WIRELESSPC";
 static constexpr const char *LONGEST = "1000"; // bytes of a text; a request's body holds it escaped
 
 static constexpr const char *ZONES =
@@ -50,6 +54,7 @@ static constexpr Input inputs[] = {
     {"event.setup-wizard-start", "Events", "Setup wizard start", ACTION, "", &event_place, "setup wizard start"},
     {"event.setup-wizard-end", "Events", "Setup wizard end", ACTION, "", &event_place, "setup wizard end"},
     {"event.info", "Events", "Info", ACTION, "", &event_place, "info"},
+    {"event.firmware-upgrade", "Events", "Firmware upgrade", ACTION, "", &upgrade_place, ""},
     {"info.text", "Events", "Text of “Info”", TEXT, "199", &line_place, "tmp/lcd/lcd_info"},
 
     {"panel.language", "Panel", "Language", CHOICE, LANGUAGES, &language_place, "language_lcd", "en"},
@@ -97,6 +102,11 @@ static constexpr Input inputs[] = {
     {"router.kill-daemon", "Router", "Kill frontpaneld", ACTION, "", &kill_place, "frontpaneld"},
     {"router.kill-network-status", "Router", "Kill network_status", ACTION, "", &kill_place, "network_status"},
     {"router.kill-pc-monitor", "Router", "Kill pc_monitor", ACTION, "", &kill_place, "pc_monitor"},
+
+    {"fault.bitmap", "Faults", "Missing picture", CHOICE, PICTURES, &picture_fault_place, "", "none"},
+    {"fault.pack", "Faults", "Language pack in use", CHOICE, "whole cut", &pack_fault_place, "", "whole"},
+    {"fault.lock", "Faults", "Display lock", CHOICE, "no left-behind", &lock_fault_place, &LCD_LOCK_FILE[1], "no"},
+    {"fault.driver", "Faults", "Display driver", CHOICE, "there=off gone=on", &marker_place, NO_DRIVER_FILE, "there"},
 
     {"key.up", "Keys", "Up", ACTION, "", &key_place, "up"},
     {"key.down", "Keys", "Down", ACTION, "", &key_place, "down"},

@@ -1,6 +1,6 @@
 #include "sim/local_socket.h"
 
-#include <cstring>
+#include <algorithm>
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -42,11 +42,12 @@ Fd connect_socket(const std::filesystem::path &root, const std::string &name)
 
 std::optional<std::string> receive(const Fd &socket_fd, size_t limit)
 {
-    std::string datagram(limit, '\0');
-    const ssize_t size = recv(socket_fd.get(), datagram.data(), limit, MSG_DONTWAIT);
+    /* Its whole size at first: most are far below the limit. */
+    const ssize_t size = recv(socket_fd.get(), nullptr, 0, MSG_DONTWAIT | MSG_PEEK | MSG_TRUNC);
     if (size < 0)
         return std::nullopt;
-    datagram.resize(static_cast<size_t>(size));
+    std::string datagram(std::min(limit, static_cast<size_t>(size)), '\0');
+    recv(socket_fd.get(), datagram.data(), datagram.size(), MSG_DONTWAIT);
     return datagram;
 }
 

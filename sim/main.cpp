@@ -1,8 +1,10 @@
-/* panel-sim: the simulated router with its web panel. */
+/* panel-sim: the simulated router with its panel on a web page and in a terminal. */
 #include "sim/panel_server.h"
 #include "sim/places.h"
 #include "sim/router.h"
 #include "sim/spawn.h"
+#include "sim/terminal.h"
+#include "sim/terminal_kind.h"
 #include "sim/world.h"
 
 #include <algorithm>
@@ -11,14 +13,14 @@
 #include <cstdio>
 #include <cstdlib>
 #include <getopt.h>
+#include <optional>
+#include <span>
 #include <stdexcept>
 #include <sys/resource.h>
 #include <sys/signalfd.h>
 
 namespace fs = std::filesystem;
 using namespace sim;
-
-static constexpr const char *SPEED_INPUT = "clock.speed";
 
 static constexpr const char USAGE[] =
     "Usage: panel-sim [OPTION]...\n"
@@ -31,6 +33,9 @@ static constexpr const char USAGE[] =
     "  --world NAME    what the router begins with: a ready world (healthy-home, ...) or a file\n"
     "  --speed N       how fast its clock runs: 1, 10, 100 times real time, or pause (1)\n"
     "  --no-browser    do not open the page\n"
+    "  --terminal      the panel in this terminal, beside the page\n"
+    "  --log FILE      what the router prints, with --terminal (else its last lines alone are shown)\n"
+    "  --no-web        without the page, with --terminal\n"
     "  --help          this text\n";
 
 struct Options {
@@ -40,6 +45,9 @@ struct Options {
     std::vector<WorldLine> world;
     std::string speed; // "": the world's
     bool browser = true;
+    bool terminal = false;
+    fs::path log; // "": none
+    bool web = true;
     bool help = false;
 };
 
@@ -87,6 +95,12 @@ static void take_option(Options &options, const std::string &name, const char *v
         options.world = world(value);
     else if (name == "no-browser")
         options.browser = false;
+    else if (name == "terminal")
+        options.terminal = true;
+    else if (name == "log")
+        options.log = value;
+    else if (name == "no-web")
+        options.web = false;
     else
         options.help = true;
 }
@@ -97,8 +111,9 @@ static Options parse_options(int count, char **words)
         {"root", required_argument, nullptr, 0},    {"assets", required_argument, nullptr, 0},
         {"daemon", required_argument, nullptr, 0},  {"port", required_argument, nullptr, 0},
         {"speed", required_argument, nullptr, 0},   {"world", required_argument, nullptr, 0},
-        {"no-browser", no_argument, nullptr, 0},    {"help", no_argument, nullptr, 0},
-        {},
+        {"no-browser", no_argument, nullptr, 0},    {"terminal", no_argument, nullptr, 0},
+        {"log", required_argument, nullptr, 0},     {"no-web", no_argument, nullptr, 0},
+        {"help", no_argument, nullptr, 0},          {},
     };
     const fs::path programs = fs::canonical("/proc/self/exe").parent_path();
     Options options;
@@ -125,12 +140,15 @@ static void check_sources(const RootSources &sources)
             throw UsageError(program.string() + ": no program that can be run");
 }
 
-/* The signals that the router's loop waits for, kept from every thread. */
-static Fd block_signals()
+/* The signals that the router's loop waits for. */
+static constexpr int ROUTER_SIGNALS[] = {SIGINT, SIGTERM, SIGHUP, SIGCHLD};
+
+/* Keeps signals from every thread that is started later; where they can be read. */
+static Fd block_signals(std::span<const int> list)
 {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGCHLD})
+    for (const int signal : list)
         sigaddset(&signals, signal);
     sigprocmask(SIG_BLOCK, &signals, nullptr);
     return Fd(signalfd(-1, &signals, SFD_NONBLOCK | SFD_CLOEXEC));
@@ -158,6 +176,33 @@ static void open_page(const std::string &address)
         }
 }
 
+static void check_terminal_options(const Options &options)
+{
+    if (!options.terminal && (!options.log.empty() || !options.web))
+        throw UsageError("--log and --no-web go with --terminal");
+    if (options.terminal)
+        check_terminal();
+}
+
+/* Runs `router` with its panels until a signal ends it. */
+static void show(Router &router, const Options &options, const Fd &signals)
+{
+    Fd terminal_signals = options.terminal ? block_signals(TERMINAL_SIGNALS) : Fd();
+    std::optional<PanelServer> server;
+    if (options.web)
+        server.emplace(router, options.port);
+    const std::string page = server ? server->address() + "/" : "";
+    std::optional<Terminal> terminal;
+    if (options.terminal)
+        terminal.emplace(router, page, options.log, std::move(terminal_signals));
+    else
+        std::printf("The panel is at %s (Ctrl-C ends it). The router's root is %s\n", page.c_str(),
+                    router.root().c_str());
+    if (options.browser && !options.terminal)
+        open_page(page);
+    router.run(signals);
+}
+
 int main(int count, char **words)
 try {
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
@@ -166,20 +211,16 @@ try {
         std::fputs(USAGE, stdout);
         return 0;
     }
+    check_terminal_options(options);
     check_sources(options.sources);
     raise_file_limit();
-    const Fd signals = block_signals();
+    const Fd signals = block_signals(ROUTER_SIGNALS);
     Router router(options.root, options.sources);
     enter_world(router, options.world);
     if (!options.speed.empty())
         set_input(router, *find_input(SPEED_INPUT), options.speed);
     router.feed().set_state(read_state(router)); // the first page finds the whole world
-    const PanelServer server(router, options.port);
-    std::printf("The panel is at %s/ (Ctrl-C ends it). The router's root is %s\n", server.address().c_str(),
-                router.root().c_str());
-    if (options.browser)
-        open_page(server.address() + "/");
-    router.run(signals);
+    show(router, options, signals);
     return 0;
 } catch (const UsageError &error) {
     std::fprintf(stderr, "panel-sim: %s\n", error.what());

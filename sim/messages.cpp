@@ -91,10 +91,55 @@ static std::string event(const char *name, const std::string &json)
     return "event: " + std::string(name) + "\ndata: " + json + "\n\n";
 }
 
+/* The members that tell what a picture looks like. */
+static std::string look_json(const Picture &picture)
+{
+    return std::string("\"lit\":") + truth(picture.lit) + ",\"pixels\":\"" + hexadecimal(picture.pixels) + "\"";
+}
+
 std::string frame_event(const Picture &picture)
 {
-    return event("frame", "{\"tick\":" + std::to_string(picture.tick) + ",\"lit\":" + truth(picture.lit) +
-                              ",\"pixels\":\"" + hexadecimal(picture.pixels) + "\"}");
+    return event("frame", "{\"tick\":" + std::to_string(picture.tick) + "," + look_json(picture) + "}");
+}
+
+std::string change_json(const Picture &picture, uint64_t tick, bool changed)
+{
+    return "{\"tick\":" + std::to_string(tick) + ",\"changed\":" + truth(changed) +
+           ",\"picture\":" + std::to_string(picture.number) + "," + look_json(picture) + "}\n";
+}
+
+static const char *name_of(Happened kind)
+{
+    switch (kind) {
+    case Happened::INPUT:
+        return "input";
+    case Happened::PRINT:
+        return "print";
+    case Happened::COMMAND:
+        return "command";
+    case Happened::SETTING:
+        return "setting";
+    case Happened::FRAME:
+        return "frame";
+    case Happened::ROUTER:
+        break;
+    }
+    return "router";
+}
+
+std::string happenings_json(const std::vector<Happening> &happenings)
+{
+    std::string list;
+    for (const Happening &each : happenings)
+        list += (list.empty() ? "{\"id\":" : ",{\"id\":") + std::to_string(each.id) +
+                ",\"tick\":" + std::to_string(each.tick) + ",\"kind\":\"" + name_of(each.kind) +
+                "\",\"text\":" + json_string(each.text) + ",\"picture\":" + std::to_string(each.picture) + "}";
+    return "[" + list + "]";
+}
+
+std::string happenings_event(const std::vector<Happening> &happenings)
+{
+    return event("happenings", happenings_json(happenings));
 }
 
 std::string state_event(uint64_t tick, const State &before, const State &now)

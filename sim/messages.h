@@ -20,4 +20,11 @@ std::string frame_event(const Picture &picture);
  * them, when one has changed. */
 std::string state_event(uint64_t tick, const State &before, const State &now);
 
+/* A list of {"id","tick","kind","text","picture"}, alone and as an event "happenings". */
+std::string happenings_json(const std::vector<Happening> &happenings);
+std::string happenings_event(const std::vector<Happening> &happenings);
+
+/* What a wait for another picture has come to: {"tick","changed","picture","lit","pixels"}. */
+std::string change_json(const Picture &picture, uint64_t tick, bool changed);
+
 } // namespace sim

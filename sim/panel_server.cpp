@@ -2,11 +2,9 @@
 
 #include "sim/connection_threads.h"
 #include "sim/files.h"
-#include "sim/messages.h"
-#include "sim/places.h"
 
 #include <algorithm>
-#include <memory>
+#include <charconv>
 #include <stdexcept>
 
 namespace sim {
@@ -16,30 +14,21 @@ using httplib::Request;
 using httplib::Response;
 
 static constexpr const char *HOST = "127.0.0.1";
-static constexpr const char *JSON = "application/json";
 static constexpr int PORTS_TRIED = 100;
-static constexpr size_t MOST_CONNECTIONS = 200;
-static constexpr int MOST_STREAMS = 100;    // the rest of the connections is for requests
+static constexpr size_t MOST_CONNECTIONS = 200; // of which streams may be MOST_STREAMS
 static constexpr size_t LARGEST_BODY = 4096; // bytes
 static constexpr time_t READ_SECONDS = 1;   // a connection that sends nothing for so long is closed
 static constexpr time_t WRITE_SECONDS = 5;
-static constexpr auto KEEP_ALIVE_PERIOD = 10s; // of comments on a stream with nothing new
-static constexpr auto LIVENESS_PERIOD = 1s;    // of the look whether a stream's reader is still there
 
-struct PageFile {
-    const char *path;
-    const char *file; // in the folder of the page
-    const char *type;
+struct PageType {
+    std::string_view ending, type;
 };
 
-static constexpr PageFile page_files[] = {
-    {"/", "index.html", "text/html; charset=utf-8"},
-    {"/inputs.js", "inputs.js", "text/javascript; charset=utf-8"},
-    {"/lcd.js", "lcd.js", "text/javascript; charset=utf-8"},
-    {"/panel.js", "panel.js", "text/javascript; charset=utf-8"},
-    {"/settings.js", "settings.js", "text/javascript; charset=utf-8"},
-    {"/style.css", "style.css", "text/css; charset=utf-8"},
-    {"/icon.svg", "icon.svg", "image/svg+xml"},
+static constexpr PageType page_types[] = {
+    {".html", "text/html; charset=utf-8"},
+    {".js", "text/javascript; charset=utf-8"},
+    {".css", "text/css; charset=utf-8"},
+    {".svg", "image/svg+xml"},
 };
 
 static const httplib::Headers common_headers = {
@@ -50,10 +39,24 @@ static const httplib::Headers common_headers = {
     {"X-Content-Type-Options", "nosniff"},
 };
 
-static void answer(Response &response, int status, const std::string &text)
+void answer(Response &response, int status, const std::string &text)
 {
     response.status = status;
     response.set_content(text + "\n", "text/plain; charset=utf-8");
+}
+
+uint64_t number_of(const Request &request, const char *name, uint64_t least, uint64_t most,
+                   std::optional<uint64_t> without)
+{
+    if (without && !request.has_param(name))
+        return *without;
+    const std::string text = request.get_param_value(name);
+    uint64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < least || number > most)
+        throw BadRequest(std::string(name) + " takes a number from " + std::to_string(least) + " to " +
+                         std::to_string(most));
+    return number;
 }
 
 /* What a request that no handler has answered is told. */
@@ -93,6 +96,8 @@ PanelServer::PanelServer(Router &router, int port) : router_(router)
     add_guard();
     add_page();
     add_views();
+    add_time_line();
+    add_pictures();
     add_inputs();
     open_port(port);
     listener_ = std::thread([this] { server_.listen_after_bind(); });
@@ -151,6 +156,10 @@ void PanelServer::add_guard()
     server_.set_exception_handler([](const Request &, Response &response, std::exception_ptr exception) {
         try {
             std::rethrow_exception(exception);
+        } catch (const BadRequest &error) {
+            answer(response, 400, error.what());
+        } catch (const NotFound &error) {
+            answer(response, 404, error.what());
         } catch (const std::exception &error) {
             answer(response, 500, error.what());
         }
@@ -161,121 +170,23 @@ void PanelServer::add_guard()
     });
 }
 
+/* The page is its folder; what has another ending is no part of it. */
 void PanelServer::add_page()
 {
-    for (const PageFile &file : page_files) {
-        server_.Get(file.path, [&file](const Request &, Response &response) {
-            const auto text = read_file(std::filesystem::path(PAGE_FOLDER) / file.file);
+    for (const auto &entry : std::filesystem::directory_iterator(PAGE_FOLDER)) {
+        const std::filesystem::path file = entry.path();
+        const auto type = std::ranges::find(page_types, file.extension().string(), &PageType::ending);
+        if (type == std::end(page_types))
+            continue;
+        const std::string path = file.filename() == "index.html" ? "/" : "/" + file.filename().string();
+        server_.Get(path, [file, type](const Request &, Response &response) {
+            const auto text = read_file(file);
             if (text)
-                response.set_content(*text, file.type);
+                response.set_content(*text, std::string(type->type));
             else
-                answer(response, 404, std::string(PAGE_FOLDER) + "/" + file.file + ": cannot be read");
+                answer(response, 404, file.string() + ": cannot be read");
         });
     }
-}
-
-void PanelServer::add_views()
-{
-    server_.Get("/stream", [this](const Request &, Response &response) { stream(response); });
-    server_.Get("/frame", [this](const Request &, Response &response) {
-        const Pixels pixels = router_.feed().news().picture.pixels;
-        response.set_content(std::string(pixels.begin(), pixels.end()), "application/octet-stream");
-    });
-    server_.Get("/state", [this](const Request &, Response &response) {
-        const Clock &clock = router_.clock();
-        const bool lit = router_.feed().news().picture.lit;
-        response.set_content(state_json(clock.ticks(), clock.speed(), lit, read_state(router_)), JSON);
-    });
-    server_.Get("/inputs", [this](const Request &, Response &response) {
-        response.set_content(inputs_json(router_.clock().ticks(), read_state(router_)), JSON);
-    });
-}
-
-struct StreamReader {
-    News known = {}; // what it was told: at first nothing
-    std::chrono::steady_clock::time_point spoken = std::chrono::steady_clock::now();
-};
-
-/* What `reader` has not been told of `news`. */
-static std::string events_for(const StreamReader &reader, const News &news, uint64_t tick)
-{
-    std::string events;
-    if (news.picture != reader.known.picture)
-        events += frame_event(news.picture);
-    if (news.state != reader.known.state)
-        events += state_event(tick, *reader.known.state, *news.state);
-    return events;
-}
-
-void PanelServer::stream(Response &response)
-{
-    if (++streams_ > MOST_STREAMS) {
-        --streams_;
-        answer(response, 503, "too many streams");
-        return;
-    }
-    const auto send_next = [this, reader = std::make_shared<StreamReader>()](size_t, httplib::DataSink &sink) {
-        const auto news = router_.feed().wait_for_other(reader->known, LIVENESS_PERIOD);
-        const auto now = std::chrono::steady_clock::now();
-        if (router_.feed().closed() || !sink.is_writable())
-            return false;
-        if (!news && now - reader->spoken < KEEP_ALIVE_PERIOD)
-            return true;
-        const std::string text = news ? events_for(*reader, *news, router_.clock().ticks()) : ":\n\n";
-        reader->known = news.value_or(reader->known);
-        reader->spoken = now;
-        return sink.write(text.data(), text.size());
-    };
-    response.set_chunked_content_provider("text/event-stream", send_next, [this](bool) { --streams_; });
-}
-
-/* Lets `handle` answer POST requests that match `pattern`; it gets the body too. A request may come without one and
- * without its length: the library by itself would wait for more. */
-template <typename Handle> void PanelServer::add_post(const char *pattern, Handle handle)
-{
-    server_.Post(pattern, [handle](const Request &request, Response &response, const httplib::ContentReader &read) {
-        std::string body;
-        const auto take = [&body](const char *data, size_t size) {
-            body.append(data, size);
-            return true;
-        };
-        const bool has_body = request.has_header("Content-Length") || request.has_header("Transfer-Encoding");
-        if (!has_body || read(take))
-            handle(request, response, body);
-    });
-}
-
-/* Gives an input its value. */
-void PanelServer::answer_input(Response &response, const std::string &id, const std::string &value)
-{
-    const auto input = find_input(id);
-    const std::string fault = input ? fault_of(*input, value) : "is no input: GET /inputs lists them";
-    if (!fault.empty()) {
-        answer(response, input ? 400 : 404, id + " " + fault);
-        return;
-    }
-    set_input(router_, *input, value);
-    response.status = 204;
-}
-
-void PanelServer::add_inputs()
-{
-    add_post("/input/(.+)", [this](const Request &request, Response &response, const std::string &value) {
-        answer_input(response, request.matches[1], value);
-    });
-    add_post("/(key|event)/([^/]+)", [this](const Request &request, Response &response, const std::string &value) {
-        answer_input(response, request.matches[1].str() + "." + request.matches[2].str(), value);
-    });
-    server_.Delete("/input/(.+)", [this](const Request &request, Response &response) {
-        const std::string id = request.matches[1];
-        const auto input = find_input(id);
-        if (input && input->group == SETTINGS_GROUP) {
-            remove_setting(router_.root(), std::string(input->target));
-            response.status = 204;
-        } else {
-            answer(response, 404, id + " cannot be removed: only setting.KEY can");
-        }
-    });
 }
 
 } // namespace sim

@@ -9,9 +9,30 @@
 
 #include <atomic>
 #include <httplib.h>
+#include <optional>
+#include <stdexcept>
 #include <thread>
 
 namespace sim {
+
+constexpr int MOST_STREAMS = 100;
+
+/* A request that cannot be: answered by 400 with the reason. */
+struct BadRequest : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+/* A request for what is not there: answered by 404. */
+struct NotFound : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+void answer(httplib::Response &response, int status, const std::string &text);
+
+/* The parameter `name` of a request, a number from `least` to `most`; `without` when there is none. Throws
+ * BadRequest. */
+uint64_t number_of(const httplib::Request &request, const char *name, uint64_t least, uint64_t most,
+                   std::optional<uint64_t> without);
 
 class PanelServer {
 public:
@@ -27,10 +48,14 @@ private:
     void add_guard();
     void add_page();
     void add_views();
+    void add_time_line();
+    void add_pictures();
     void add_inputs();
     void answer_input(httplib::Response &response, const std::string &id, const std::string &value);
     bool is_ours(const httplib::Request &request) const;
-    template <typename Handle> void add_post(const char *pattern, Handle handle);
+    void answer_until_change(httplib::Response &response, uint64_t ticks);
+    void answer_world(httplib::Response &response, const std::string &name);
+    Picture kept_picture(const httplib::Request &request) const;
     void stream(httplib::Response &response);
 
     Router &router_;

@@ -37,7 +37,7 @@ static std::string get_setting(const View &view, const Input &input)
 
 static void set_setting(Router &router, const Input &input, const std::string &value)
 {
-    write_setting(router.root(), std::string(input.target), value);
+    router.change_setting(std::string(input.target), value);
 }
 
 const Place setting_place = {"settings key", get_setting, set_setting};
@@ -46,7 +46,7 @@ const Place language_place = {
     "settings key and SIGUSR2:", get_setting,
     [](Router &router, const Input &input, const std::string &value) {
         set_setting(router, input, value);
-        router.signal_daemon(SIGUSR2);
+        router.announce_language();
     }};
 
 static std::string status_source(const Input &input)
@@ -94,9 +94,13 @@ const Place interface_place = {
         router.write(INTERFACES_FILE, std::string(input.target) + " " + value + BEHIND_ADDRESS);
     }};
 
+static std::string get_parameter(const View &view, const Input &input)
+{
+    return view.router.parameters().text(input.id);
+}
+
 const Place parameter_place = {
-    "the simulation itself",
-    [](const View &view, const Input &input) { return view.router.parameters().text(input.id); },
+    "the simulation itself", get_parameter,
     [](Router &router, const Input &input, const std::string &value) { router.parameters().set(input.id, value); }};
 
 const Place speed_place = {
@@ -120,6 +124,31 @@ const Place key_place = {
 
 const Place event_place = {
     "event", nullptr, [](Router &router, const Input &input, const std::string &) { router.announce(input.target); }};
+
+const Place upgrade_place = {
+    "firmware", nullptr, [](Router &router, const Input &, const std::string &) { router.begin_upgrade(); }};
+
+const Place picture_fault_place = {
+    "the daemon's files", get_parameter, [](Router &router, const Input &input, const std::string &value) {
+        router.remove_picture(value == input.initial ? "" : value);
+        router.parameters().set(input.id, value);
+    }};
+
+const Place pack_fault_place = {
+    "the daemon's files", get_parameter, [](Router &router, const Input &input, const std::string &value) {
+        router.cut_pack(value != input.initial);
+        router.parameters().set(input.id, value);
+    }};
+
+/* The daemon itself makes and removes the file for each frame: it tells nothing. */
+const Place lock_fault_place = {
+    "file", get_parameter, [](Router &router, const Input &input, const std::string &value) {
+        if (value == input.initial)
+            router.remove(std::string(input.target));
+        else
+            router.write(std::string(input.target), "");
+        router.parameters().set(input.id, value);
+    }};
 
 const Place kill_place = {
     "process", nullptr, [](Router &router, const Input &input, const std::string &) {

@@ -34,6 +34,8 @@ extern const Place key_place;        // a key of the panel
 extern const Place event_place;      // an event of the router's
 extern const Place kill_place;       // a program of the router's is killed
 extern const Place reboot_place;
+extern const Place upgrade_place; // the firmware replaces itself
+extern const Place picture_fault_place, pack_fault_place, lock_fault_place;
 
 /* The values of all inputs now, and the settings. */
 State read_state(Router &router);

@@ -65,7 +65,7 @@ Root::Root(const fs::path &dir, const RootSources &sources) : temporary_(dir.emp
     for (const char *name : program_links)
         link(sources.programs, dir_ / name);
     link(sources.daemon, dir_ / DAEMON_PROGRAM);
-    link(sources.assets / "sbin/lcd_ml", dir_ / "sbin/lcd_ml");
+    link(sources.assets / ASSETS_FOLDER, dir_ / ASSETS_FOLDER);
     power_on();
 }
 

@@ -6,6 +6,7 @@
 #include "sim/places.h"
 #include "sim/router_files.h"
 #include "sim/router_time.h"
+#include "sim/text.h"
 
 #include <csignal>
 #include <cstdio>
@@ -20,6 +21,9 @@ using namespace std::chrono_literals;
 
 static constexpr const char *ACTION_FILE = "tmp/lcd/lcd_action";
 static constexpr const char *EVENT_FILE = "tmp/lcd/lcd_event";
+static constexpr const char *INFO_FILE = "tmp/lcd/lcd_info";
+static constexpr const char *LANGUAGE_KEY = "language_lcd";
+static constexpr const char *LOCK_INPUT = "fault.lock";
 static constexpr const char *CLIENTS_INPUT = "link.clients";
 
 static constexpr unsigned long DARK_REGISTER = 0xfff8000; // what switches the backlight off; any other value: on
@@ -28,8 +32,8 @@ static constexpr size_t LINE_LIMIT = 4096;                // bytes of a printed 
 static constexpr auto LOOK_PERIOD = 50ms;                 // of the look at what the daemon may have changed
 
 Router::Router(const std::filesystem::path &dir, const RootSources &sources)
-    : root_(dir, sources), display_(bind_socket(root(), DISPLAY_SOCKET)), control_(bind_socket(root(), CONTROL_SOCKET)),
-      wps_(root()), processes_(root())
+    : root_(dir, sources), control_(bind_socket(root(), CONTROL_SOCKET)), assets_(root()), wps_(root()),
+      processes_(root())
 {
     restore_settings(root(), default_settings());
     for (const Input &input : router_inputs())
@@ -41,21 +45,23 @@ void Router::run(const Fd &signals)
 {
     write_time();
     pass_second(0);
+    begin_recording();
     processes_.start();
+    runs_ = true;
     clock_.start([this](uint64_t ticks) { tick(ticks); });
     do {
         pollfd sources[] = {{signals.get(), POLLIN, 0},
-                            {display_.get(), POLLIN, 0},
                             {control_.get(), POLLIN, 0},
                             {processes_.output().get(), POLLIN, 0}};
         poll(sources, std::size(sources), static_cast<int>(LOOK_PERIOD / 1ms));
         if (restart_at_ && clock_.ticks() >= *restart_at_)
             restart_daemon();
-        take_frames();
         take_messages();
         take_output();
         look();
     } while (take_signals(signals));
+    /* Nobody waits for a daemon that nobody hears. */
+    processes_.end();
 }
 
 /* On the clock's thread. */
@@ -69,9 +75,13 @@ try {
         const std::string done =
             wps_.tick(ticks, parameters_.text("wps.outcome"), parameters_.number("wps.seconds"));
         if (!done.empty())
-            report(done);
+            report(Happened::ROUTER, done);
+        play_upgrade(ticks);
+        if (processes_.await_rest()) {
+            recorder_.begin_pass();
+            processes_.send_tick();
+        }
     }
-    processes_.send_tick();
 } catch (const std::exception &error) {
     std::fprintf(stderr, "panel-sim: the router's root is gone: %s\n", error.what());
     kill(getpid(), SIGTERM);
@@ -121,15 +131,45 @@ void Router::write_time() const
     write_router_time(root(), {clock_.ticks(), time()});
 }
 
+/* A tick of its own brings an input to the daemon at once, and none to a router that is not on yet. */
+void Router::bring_tick()
+{
+    if (runs_)
+        clock_.advance(1);
+}
+
 void Router::press(std::string_view key)
 {
-    const std::lock_guard lock(files_mutex_);
-    act_on_input(key);
+    const std::lock_guard input(inputs_mutex_);
+    {
+        const std::lock_guard lock(files_mutex_);
+        act_on_input(key);
+    }
+    bring_tick();
 }
 
 void Router::announce(std::string_view event)
 {
-    const std::lock_guard lock(files_mutex_);
+    const std::lock_guard input(inputs_mutex_);
+    {
+        const std::lock_guard lock(files_mutex_);
+        act_on_event(event);
+    }
+    bring_tick();
+}
+
+void Router::announce_language()
+{
+    {
+        const std::lock_guard lock(files_mutex_);
+        recorder_.note("signal language");
+        processes_.signal_daemon(SIGUSR2);
+    }
+    bring_tick();
+}
+
+void Router::act_on_event(std::string_view event)
+{
     write_file(root() / EVENT_FILE, std::string(event) + "\n");
     act_on_input("event");
 }
@@ -138,6 +178,49 @@ void Router::act_on_input(std::string_view action)
 {
     write_file(root() / ACTION_FILE, std::string(action) + "\n");
     processes_.signal_daemon(SIGUSR1);
+}
+
+void Router::begin_upgrade()
+{
+    const std::lock_guard lock(files_mutex_);
+    upgrade_.begin(clock_.ticks() + 1);
+}
+
+void Router::play_upgrade(uint64_t ticks)
+{
+    const UpgradeStep *step = upgrade_.step(ticks);
+    if (!step)
+        return;
+    report(Happened::ROUTER, "firmware: " + std::string(step->info ? step->info : "done"));
+    if (step->info)
+        write_file(root() / INFO_FILE, std::string(step->info) + "\n");
+    else
+        tell_simulator(root(), "reboot");
+    if (step->announced)
+        act_on_event("info");
+}
+
+void Router::change_setting(const std::string &key, const std::optional<std::string> &value)
+{
+    const std::lock_guard lock(files_mutex_);
+    if (value)
+        write_setting(root(), key, *value);
+    else
+        remove_setting(root(), key);
+}
+
+void Router::remove_picture(const std::string &name)
+{
+    const std::lock_guard lock(files_mutex_);
+    for (const std::string &line : assets_.remove_picture(name))
+        recorder_.note(line);
+}
+
+void Router::cut_pack(bool cut)
+{
+    const std::lock_guard lock(files_mutex_);
+    for (const std::string &line : assets_.cut_pack(cut ? read_settings(root())[LANGUAGE_KEY] : ""))
+        recorder_.note(line);
 }
 
 void Router::write(const std::string &name, std::string_view text)
@@ -170,19 +253,12 @@ bool Router::take_signals(const Fd &signals)
         if (signal.ssi_signo != SIGCHLD)
             return false;
     if (const auto status = processes_.reap()) {
-        report(WIFSIGNALED(*status) ? "the daemon was ended by signal " + std::to_string(WTERMSIG(*status))
-                                    : "the daemon ended with status " + std::to_string(WEXITSTATUS(*status)));
+        const bool killed = WIFSIGNALED(*status);
+        report(Happened::ROUTER, killed ? "the daemon was ended by signal " + std::to_string(WTERMSIG(*status))
+                                        : "the daemon ended with status " + std::to_string(WEXITSTATUS(*status)));
         restart_at_ = clock_.ticks() + RESTART_DELAY;
     }
     return true;
-}
-
-void Router::take_frames()
-{
-    /* Room for more than a frame: a longer message is none and must be seen to be longer. */
-    while (const auto message = receive(display_, 2 * LCD_FRAME_BYTES))
-        if (const auto pixels = frame_of(*message))
-            feed_.show(*pixels, clock_.ticks());
 }
 
 void Router::take_messages()
@@ -193,12 +269,34 @@ void Router::take_messages()
 
 void Router::obey(const std::string &message)
 {
-    static constexpr std::string_view REGISTER = "register ";
-    report(message);
-    if (message == "reboot")
+    static constexpr std::string_view REGISTER = "register";
+    if (const auto pixels = frame_of(message)) {
+        feed_.show(*pixels, clock_.ticks());
+        return;
+    }
+    const Telling telling = parse_telling(message);
+    if (telling.kind != "reboot" && telling.kind != REGISTER && telling.kind != "rc") {
+        take_telling(telling);
+        return;
+    }
+    report(Happened::ROUTER, message);
+    if (telling.kind == "reboot")
         reboot();
-    else if (message.starts_with(REGISTER))
-        feed_.set_lit(std::strtoul(&message[REGISTER.size()], nullptr, 16) != DARK_REGISTER, clock_.ticks());
+    else if (telling.kind == REGISTER)
+        feed_.set_lit(std::strtoul(telling.name.c_str(), nullptr, 16) != DARK_REGISTER, clock_.ticks());
+}
+
+void Router::take_telling(const Telling &telling)
+{
+    const auto &[kind, name, text] = telling;
+    if (kind == "set")
+        feed_.happen(Happened::SETTING, name + " " + escaped(text), clock_.ticks());
+    else if (kind == "commit")
+        feed_.happen(Happened::SETTING, kind, clock_.ticks());
+    else if (kind == "runs" || kind == "captures")
+        feed_.happen(Happened::COMMAND, name, clock_.ticks());
+    recorder_.take(telling, clock_.ticks());
+    processes_.take(telling);
 }
 
 void Router::take_output()
@@ -209,7 +307,7 @@ void Router::take_output()
             if (c != '\n')
                 output_line_ += c;
             if (c == '\n' || output_line_.size() == LINE_LIMIT) {
-                report(output_line_);
+                report(Happened::PRINT, output_line_);
                 output_line_.clear();
             }
         }
@@ -225,6 +323,8 @@ void Router::power_on()
         root_.power_on();
         hand_out_leases();
         wps_.power_on();
+        upgrade_.end();
+        parameters_.set(LOCK_INPUT, "no"); // it was in memory
     }
     restore_settings(root(), default_settings());
     for (const Input &input : router_inputs())
@@ -237,24 +337,37 @@ void Router::reboot()
     processes_.end();
     power_on();
     /* Nothing that the old programs have sent is the new ones'. */
-    while (receive(control_, CONTROL_MESSAGE_LIMIT) || receive(display_, LCD_FRAME_BYTES))
+    while (receive(control_, CONTROL_MESSAGE_LIMIT))
         continue;
     feed_.set_lit(true, clock_.ticks());
+    begin_recording();
     processes_.start();
     restart_at_.reset();
+}
+
+/* Before the daemon starts. */
+void Router::begin_recording()
+{
+    const std::lock_guard lock(files_mutex_);
+    recorder_.begin(root(), clock_.ticks(), assets_.lines());
 }
 
 void Router::restart_daemon()
 {
     /* A frame that its death cut short must not block all that follow. */
-    std::filesystem::remove(root().string() + LCD_LOCK_FILE);
+    if (parameters_.text(LOCK_INPUT) == "no")
+        remove(&LCD_LOCK_FILE[1]);
+    begin_recording();
     processes_.start_daemon();
+    report(Happened::ROUTER, "the daemon starts again");
     restart_at_.reset();
 }
 
-void Router::report(const std::string &line) const
+/* Tells it on standard output and on the time line. */
+void Router::report(Happened kind, const std::string &line)
 {
     const uint64_t ticks = clock_.ticks();
+    feed_.happen(kind, line, ticks);
     std::printf("%llu.%llu %s\n", static_cast<unsigned long long>(ticks / TICKS_PER_SECOND),
                 static_cast<unsigned long long>(ticks % TICKS_PER_SECOND), line.c_str());
 }

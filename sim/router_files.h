@@ -10,9 +10,11 @@ constexpr const char *STATUS_SOURCE = "run/network_status"; // simulator: folder
 constexpr const char *SPEED_SOURCE = "run/pc_monitor";      // simulator: folder of what pc_monitor measures
 constexpr const char *REGISTER_FILE = "run/register";       // simulator: what the switch register reads
 constexpr const char *CHANNEL_FILE = "run/channel";         // simulator: the channel that the radio is on
-constexpr const char *CONTROL_SOCKET = "run/control";       // programs: one datagram a message (sim/control.h)
-constexpr const char *DISPLAY_SOCKET = "run/lcd";           // daemon: one datagram a frame, as the LCD driver gets it
+constexpr const char *NO_DRIVER_FILE = "run/no-driver";   // simulator: the display driver is gone
+constexpr const char *SPOILT_FOLDER = "run/spoilt";         // simulator: what stands for installed files
+constexpr const char *CONTROL_SOCKET = "run/control";     // all: one datagram a message (sim/control.h)
 
+constexpr const char *ASSETS_FOLDER = "sbin/lcd_ml";                 // the daemon's pictures and packs
 constexpr const char *STATUS_FOLDER = "tmp/lcd/network_status";      // network_status: one file a link
 constexpr const char *SPEED_FOLDER = "tmp/lcd/network_status/speed"; // pc_monitor: one file a figure
 constexpr const char *LEASES_FILE = "var/udhcpd.leases";             // simulator: the DHCP server's leases

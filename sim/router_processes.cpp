@@ -1,6 +1,5 @@
 #include "sim/router_processes.h"
 
-#include "sim/files.h"
 #include "sim/processes.h"
 #include "sim/root.h"
 #include "sim/router_files.h"
@@ -19,7 +18,7 @@ using namespace std::chrono_literals;
 
 static constexpr const char *companions[] = {"usr/sbin/network_status", "usr/sbin/pc_monitor"};
 
-static constexpr auto TICK_PATIENCE = 50ms; // a daemon that leaves a tick for so long is stopped
+static constexpr auto PATIENCE = 2s;  // a daemon that is busy for so long is stopped
 static constexpr auto END_LIMIT = 5s; // a process that lives on after this hangs in the kernel
 
 RouterProcesses::RouterProcesses(const std::filesystem::path &root) : root_(root)
@@ -42,7 +41,7 @@ pid_t RouterProcesses::start_program(const char *program, pid_t group) const
 {
     const std::string root_variable = std::string(ROOT_VARIABLE) + "=" + root_.string();
     return spawn({.arguments = {root_ / program},
-                  .environment = environment_with({root_variable, "PANEL_CLOCK=simulator"}),
+                  .environment = environment_with({root_variable, "PANEL_CLOCK=simulator", "PANEL_WATCHED=yes"}),
                   .group = group,
                   .output = input_.get()});
 }
@@ -51,6 +50,7 @@ void RouterProcesses::start_daemon()
 {
     const std::lock_guard lock(mutex_);
     daemon_ = group_ = start_program(DAEMON_PROGRAM, 0);
+    waits_ = sleeps_ = stopped_ = false;
 }
 
 void RouterProcesses::start()
@@ -67,31 +67,37 @@ void RouterProcesses::signal_daemon(int signal) const
         kill(daemon_, signal);
 }
 
-/* Whether `process` has been sent `signal` and has not taken it yet. */
-static bool is_waiting(pid_t process, int signal)
+bool RouterProcesses::await_rest()
 {
-    static constexpr std::string_view PENDING = "\nShdPnd:\t"; // then a mask, in hexadecimal digits
-    const std::string status = read_file("/proc/" + std::to_string(process) + "/status").value_or("");
-    const size_t at = status.find(PENDING);
-    if (at == std::string::npos)
-        return false;
-    return std::stoull(status.substr(at + PENDING.size()), nullptr, 16) >> (signal - 1) & 1;
-}
-
-bool RouterProcesses::takes_tick() const
-{
-    const std::lock_guard lock(mutex_);
-    return daemon_ <= 0 || !is_waiting(daemon_, SIGALRM);
+    std::unique_lock lock(mutex_);
+    const auto rests = [this] { return waits_ || sleeps_ || daemon_ <= 0; };
+    stopped_ = !changed_.wait_for(lock, stopped_ ? 0s : PATIENCE, rests);
+    return waits_ && daemon_ > 0;
 }
 
 void RouterProcesses::send_tick()
 {
-    const auto limit = std::chrono::steady_clock::now() + TICK_PATIENCE;
-    bool taken;
-    while (!(taken = takes_tick()) && !stopped_ && std::chrono::steady_clock::now() < limit)
-        std::this_thread::sleep_for(100us);
-    stopped_ = !taken;
-    signal_daemon(SIGALRM);
+    {
+        const std::lock_guard lock(mutex_);
+        waits_ = false;
+        if (daemon_ > 0)
+            kill(daemon_, SIGALRM);
+    }
+    await_rest();
+}
+
+void RouterProcesses::take(const Telling &telling)
+{
+    const std::lock_guard lock(mutex_);
+    if (telling.kind == "waits")
+        waits_ = true;
+    else if (telling.kind == "runs")
+        sleeps_ = telling.name.starts_with("sleep ");
+    else if (telling.kind == "ran")
+        sleeps_ = false;
+    else
+        return;
+    changed_.notify_all();
 }
 
 std::optional<int> RouterProcesses::reap()
@@ -104,6 +110,7 @@ std::optional<int> RouterProcesses::reap()
             continue;
         daemon_ = 0;
         daemon_end = status;
+        changed_.notify_all();
     }
     return daemon_end;
 }

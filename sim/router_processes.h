@@ -2,8 +2,10 @@
  * they start. */
 #pragma once
 
+#include "sim/control.h"
 #include "sim/fd.h"
 
+#include <condition_variable>
 #include <filesystem>
 #include <mutex>
 #include <optional>
@@ -27,9 +29,15 @@ public:
     /* Sends `signal` to the daemon; nothing when it does not run. Any thread may call it. */
     void signal_daemon(int signal) const;
 
-    /* Gives the daemon a tick, once it has taken the last one: of two signals that wait, one would be lost. A daemon
-     * that takes none for long, because it is stopped, loses them. */
+    /* Waits until the daemon waits for its next tick. False when it will not for now: it does not run, is stopped, or
+     * has the shell sleep. */
+    bool await_rest();
+
+    /* Gives the daemon a tick and waits as await_rest does. */
     void send_tick();
+
+    /* What the daemon has told. */
+    void take(const Telling &telling);
 
     /* Buries children that have ended. How the daemon ended, as waitpid tells, when it is among them. */
     std::optional<int> reap();
@@ -43,13 +51,15 @@ public:
 private:
     pid_t start_program(const char *program, pid_t group) const;
     bool kill_all() const;
-    bool takes_tick() const;
 
     const std::filesystem::path root_;
     mutable std::mutex mutex_; // held while a process id may become another's
+    std::condition_variable changed_;
     pid_t daemon_ = 0;         // 0: it does not run
     pid_t group_ = 0;          // of the last daemon
-    bool stopped_ = false;     // the daemon left its last tick waiting
+    bool waits_ = false;       // the daemon: for a tick
+    bool sleeps_ = false;      // the daemon: for the shell's sleep
+    bool stopped_ = false;     // it has done neither for long
     Fd output_, input_;        // the pipe's two ends
 };
 

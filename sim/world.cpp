@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <map>
-#include <set>
 #include <sstream>
 #include <stdexcept>
 
@@ -18,14 +17,20 @@ static constexpr const char *ENDING = ".world";
 static constexpr const char *BLANKS = " \t\r";
 static constexpr uintmax_t LARGEST_FILE = 1 << 20; // bytes
 
-static std::string ready_worlds()
+std::vector<std::string> ready_worlds()
 {
-    std::set<std::string> names;
+    std::vector<std::string> names;
     for (const auto &entry : fs::directory_iterator(WORLDS_FOLDER))
         if (entry.path().extension() == ENDING)
-            names.insert(entry.path().stem());
+            names.push_back(entry.path().stem());
+    std::ranges::sort(names);
+    return names;
+}
+
+static std::string list_of_worlds()
+{
     std::string list;
-    for (const std::string &name : names)
+    for (const std::string &name : ready_worlds())
         list += (list.empty() ? "" : ", ") + name;
     return list;
 }
@@ -36,7 +41,7 @@ static fs::path find_world(const std::string &name)
     if (name.find('/') == std::string::npos && fs::exists(ready))
         return ready;
     if (!fs::is_regular_file(name) || fs::file_size(name) > LARGEST_FILE)
-        throw std::runtime_error(name + ": no file of a world, and none of the ready ones: " + ready_worlds());
+        throw std::runtime_error(name + ": no file of a world, and none of the ready ones: " + list_of_worlds());
     return name;
 }
 
@@ -101,6 +106,23 @@ void enter_world(Router &router, const std::vector<WorldLine> &world)
 {
     for (const WorldLine &line : world)
         set_input(router, *find_input(line.id), line.value);
+    commit_settings(router.root());
+}
+
+void change_world(Router &router, const std::vector<WorldLine> &world)
+{
+    std::map<std::string_view, std::string> values;
+    for (const Input &input : router_inputs())
+        if (input.initial && input.place != &speed_place)
+            values[input.id] = input.initial;
+    for (const WorldLine &line : world)
+        values[line.id] = line.value;
+    const State now = read_state(router);
+    for (const auto &[id, value] : values) {
+        const auto known = now.values.find(std::string(id));
+        if (known == now.values.end() || known->second != value)
+            set_input(router, *find_input(id), value);
+    }
     commit_settings(router.root());
 }
 

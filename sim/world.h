@@ -21,6 +21,13 @@ struct WorldLine {
  * of each fault. */
 std::vector<WorldLine> read_world(const std::string &name);
 
+/* The names of the ready worlds, in order. */
+std::vector<std::string> ready_worlds();
+
+/* Puts a router that runs in `world`: what that does not name gets its initial value, but the pace of the clock and the
+ * time of day; other settings stay. */
+void change_world(Router &router, const std::vector<WorldLine> &world);
+
 /* Gives a router that does not run yet the values of `world`, its flash too. */
 void enter_world(Router &router, const std::vector<WorldLine> &world);
 

@@ -2,6 +2,7 @@
 
 #include "platform/desk/root.h"
 #include "platform/desk/settings_file.h"
+#include "platform/desk/simulator.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -13,7 +14,9 @@ static constexpr const char *COMMITTED_STORE = "nvram/committed"; // what a rebo
 
 char *nvram_get(const char *key)
 {
-    return settings_get({desk_root(), RUNNING_STORE}, key);
+    char *value = settings_get({desk_root(), RUNNING_STORE}, key);
+    tell(value ? "get" : "unset", key, value ? value : "");
+    return value;
 }
 
 char *nvram_safe_get(const char *key)
@@ -25,11 +28,13 @@ char *nvram_safe_get(const char *key)
 int nvram_set(const char *key, const char *value)
 {
     mkdirat(desk_root(), FOLDER, 0755);
+    tell("set", key, value);
     return settings_set({desk_root(), RUNNING_STORE}, key, value);
 }
 
 int nvram_commit()
 {
     mkdirat(desk_root(), FOLDER, 0755);
+    tell("commit");
     return settings_copy({desk_root(), RUNNING_STORE}, {desk_root(), COMMITTED_STORE});
 }

@@ -1,17 +1,15 @@
 // The controls of the router's inputs, made from the list that the router gives, a card a group.
 
+import { element } from './page.js';
+import { send } from './requests.js';
+
 const languageNames = {
   en: 'English', es: 'Español', fr: 'Français', de: 'Deutsch', it: 'Italiano', du: 'Nederlands',
   tc: '繁體中文', jp: '日本語', kr: '한국어',
 };
 const SWITCH_CHARACTERS = 13; // of a choice's words together: more are a list to choose from
+const TOLD_MS = 1000; // within which the stream has told of a change
 const OWN_GROUPS = ['Keys']; // those that the page has drawn itself
-
-const element = (tag, properties, ...children) => {
-  const made = Object.assign(document.createElement(tag), properties);
-  made.append(...children);
-  return made;
-};
 
 // A choice of few words: buttons side by side.
 function switchControl(input, give) {
@@ -56,9 +54,20 @@ const fieldProperties = {
 function fieldControl(input, give) {
   const field = element('input', fieldProperties[input.kind](input));
   if (document.getElementById(`${input.id}-texts`)) field.setAttribute('list', `${input.id}-texts`);
-  field.addEventListener('change', () => field.reportValidity() && give(field.value));
   // What someone is writing is not taken out of their hands.
-  const show = (value) => { if (document.activeElement !== field) field.value = value; };
+  let late = null; // the value that has come meanwhile
+  field.addEventListener('change', () => {
+    late = null;
+    if (field.reportValidity()) give(field.value);
+  });
+  field.addEventListener('blur', () => {
+    field.value = late ?? field.value;
+    late = null;
+  });
+  const show = (value) => {
+    if (document.activeElement === field) late = value;
+    else field.value = value;
+  };
   return { node: labelled(input, field), show };
 }
 
@@ -79,14 +88,14 @@ export class Inputs {
   #controls = new Map();
   #values = {};
 
-  // Makes the controls of `list` below `place`; each gives its new value to `send(path, value)`.
-  constructor(list, place, send) {
+  // Makes the controls of `list` below `place`.
+  constructor(list, place) {
     for (const [group, inputs] of groupsOf(list)) {
       const rows = element('div', { className: 'rows' });
       const actions = element('div', { className: 'actions' });
       for (const input of inputs) {
-        const made = control(input, (value) => this.#give(input.id, value, send));
-        made.node.title = input.place;
+        const made = control(input, (value) => this.#give(input.id, value));
+        made.node.title = `${input.id}: ${input.place}`;
         this.#controls.set(input.id, made);
         (input.kind === 'action' ? actions : rows).append(made.node);
       }
@@ -94,9 +103,10 @@ export class Inputs {
     }
   }
 
-  async #give(id, value, send) {
-    // A value that was refused gives way to the one that holds.
-    if (!await send(`/input/${encodeURIComponent(id)}`, value)) this.#controls.get(id).show(this.#values[id]);
+  async #give(id, value) {
+    // A value that was refused, or was another again before anyone was told, gives way to the one that holds.
+    const taken = await send(`/input/${encodeURIComponent(id)}`, value);
+    setTimeout(() => this.#controls.get(id).show(this.#values[id]), taken ? TOLD_MS : 0);
   }
 
   // Shows the values that have changed, by the ids of their inputs.

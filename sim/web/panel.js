@@ -1,65 +1,23 @@
-// The page of the simulated router: shows the LCD and the inputs' values as they change, sends keys and new values.
+// The page of the simulated router: puts its parts together and tells them what the router's stream brings.
 
+import { connectFind } from './find.js';
 import { Inputs } from './inputs.js';
+import { connectKeys } from './keys.js';
 import { Lcd } from './lcd.js';
+import { byId, minutes } from './page.js';
+import { Recorder } from './record.js';
 import { Settings } from './settings.js';
+import { TimeLineView } from './time_line_view.js';
+import { View } from './view.js';
+import { showWorlds } from './worlds.js';
 
-const byId = (id) => document.getElementById(id);
-const lcd = new Lcd(byId('lcd'), byId('place'));
-
-const keyboard = {
-  ArrowUp: 'up', ArrowDown: 'down', ArrowLeft: 'left', ArrowRight: 'right',
-  Enter: 'ok', m: 'menu', M: 'menu', Escape: 'menu',
-};
-const TICKS_PER_SECOND = 10;
 const RETRY_MS = 2000; // the browser itself tries again, unless the server has answered with an error
 
-// Requests go one after the other: keys arrive in the order in which they were pressed.
-let lastRequest = Promise.resolve();
-
-// Whether the router has taken it; if not, the page says why.
-function request(method, path, body) {
-  const done = lastRequest.then(async () => {
-    try {
-      const response = await fetch(path, { method, body });
-      byId('message').textContent = response.ok ? '' : await response.text();
-      return response.ok;
-    } catch {
-      byId('message').textContent = 'The router does not answer.';
-      return false;
-    }
-  });
-  lastRequest = done;
-  return done;
-}
-
-const send = (path, value) => request('POST', path, value);
-const remove = (path) => request('DELETE', path);
-
-function press(key) {
-  const button = document.querySelector(`[data-key="${key}"]`);
-  button.classList.add('pressed');
-  setTimeout(() => button.classList.remove('pressed'), 120);
-  send(`/key/${key}`);
-}
-
-function connectKeys() {
-  for (const button of document.querySelectorAll('[data-key]')) {
-    button.addEventListener('click', () => press(button.dataset.key));
-    // A mouse leaves the focus where it is, so that Enter goes on meaning OK.
-    button.addEventListener('pointerdown', (event) => event.preventDefault());
-  }
-  document.addEventListener('keydown', (event) => {
-    const { target } = event;
-    if (event.ctrlKey || event.altKey || event.metaKey || byId('help').open || target.closest('input, select')) return;
-    if (event.key === '?') byId('help').showModal();
-    const key = keyboard[event.key];
-    const pressesFocused = event.key === 'Enter' && target.closest('button, summary');
-    if (!key || pressesFocused || (event.repeat && !event.key.startsWith('Arrow'))) return;
-    event.preventDefault();
-    press(key);
-  });
-}
+const lcd = new Lcd(byId('lcd'), byId('place'), document.querySelector('main'));
+const view = new View(lcd);
+const timeLine = new TimeLineView(view);
+const recorder = new Recorder(lcd, view);
+view.onBack = () => timeLine.follow();
 
 function showConnection(state, text) {
   const status = byId('connection');
@@ -71,40 +29,85 @@ function showConnection(state, text) {
 }
 
 function showTime(tick) {
-  const seconds = Math.floor(tick / TICKS_PER_SECOND);
-  byId('time').textContent = `${Math.floor(seconds / 60)}:${String(seconds % 60).padStart(2, '0')}`;
+  byId('time').textContent = minutes(tick);
+  recorder.showTime(tick);
 }
 
 function showSpeed(speed) {
   byId('speed').textContent = speed === 'pause' ? 'paused' : `×${speed}`;
 }
 
-function connectStream(inputs, settings) {
+// What each event of the stream is for.
+function listeners(inputs, settings) {
+  return {
+    frame: (frame) => {
+      view.show(frame);
+      showTime(frame.tick);
+    },
+    state: ({ tick, values, settings: store }) => {
+      inputs.show(values);
+      if (store) settings.show(store);
+      if ('clock.speed' in values) showSpeed(values['clock.speed']);
+      showTime(tick);
+    },
+    happenings: (happenings) => timeLine.add(happenings),
+  };
+}
+
+function connectStream(handlers) {
   const stream = new EventSource('/stream');
-  stream.addEventListener('open', () => showConnection('live', 'Live'));
+  stream.addEventListener('open', () => {
+    showConnection('live', 'Live');
+    view.back(); // another simulator has other pictures
+    timeLine.reload();
+  });
   stream.addEventListener('error', () => {
     showConnection('lost', 'Reconnecting…');
-    if (stream.readyState === EventSource.CLOSED) setTimeout(() => connectStream(inputs, settings), RETRY_MS);
+    if (stream.readyState === EventSource.CLOSED) setTimeout(() => connectStream(handlers), RETRY_MS);
   });
-  stream.addEventListener('frame', (event) => {
-    const { tick, lit, pixels } = JSON.parse(event.data);
-    lcd.show(pixels, lit);
-    showTime(tick);
-  });
-  stream.addEventListener('state', (event) => {
-    const state = JSON.parse(event.data);
-    inputs.show(state.values);
-    if (state.settings) settings.show(state.settings);
-    if ('clock.speed' in state.values) showSpeed(state.values['clock.speed']);
-    showTime(state.tick);
-  });
+  for (const [name, handle] of Object.entries(handlers)) {
+    stream.addEventListener(name, (event) => handle(JSON.parse(event.data)));
+  }
 }
 
-async function start() {
-  const { inputs } = await (await fetch('/inputs')).json();
-  connectStream(new Inputs(inputs, byId('controls'), send), new Settings(byId('controls'), send, remove));
+// Zoom and look are kept by the browser, where it keeps anything.
+function connectChoice(id, property, apply) {
+  const control = byId(id);
+  try {
+    const kept = localStorage.getItem(id);
+    if (kept !== null) control[property] = JSON.parse(kept);
+  } catch {
+    // The page begins as it is.
+  }
+  const change = () => apply(control[property]);
+  control.addEventListener('change', () => {
+    change();
+    try {
+      localStorage.setItem(id, JSON.stringify(control[property]));
+    } catch {
+      // It holds until the page is closed.
+    }
+  });
+  change();
 }
 
-byId('help-open').addEventListener('click', () => byId('help').showModal());
-connectKeys();
-start();
+// Tries until the router tells what it has.
+async function fetchInputs() {
+  for (;;) {
+    try {
+      return (await (await fetch('/inputs')).json()).inputs;
+    } catch {
+      showConnection('lost', 'Reconnecting…');
+      await new Promise((resolve) => { setTimeout(resolve, RETRY_MS); });
+    }
+  }
+}
+
+connectKeys(() => view.back());
+connectChoice('zoom', 'value', (zoom) => { lcd.zoom = Number(zoom); });
+connectChoice('look', 'checked', (isLcd) => { lcd.look = isLcd ? 'lcd' : 'plain'; });
+const inputs = await fetchInputs();
+const cards = byId('cards');
+showWorlds(cards);
+connectFind(byId('find-control'), cards);
+connectStream(listeners(new Inputs(inputs, cards), new Settings(cards)));

@@ -1,19 +1,16 @@
 // The settings store as a table: every key with its value, escaped as in scenario scripts.
 
 import { card } from './inputs.js';
+import { remove, send } from './requests.js';
 
 const pathOf = (key) => `/input/setting.${encodeURIComponent(key)}`;
 
 export class Settings {
   #body;
   #rows = new Map();
-  #send;
-  #remove;
 
-  // A card below `place`; `send(path, value)` and `remove(path)` change the router.
-  constructor(place, send, remove) {
-    this.#send = send;
-    this.#remove = remove;
+  // A card below `place`.
+  constructor(place) {
     const template = document.getElementById('settings-table').content.cloneNode(true);
     this.#body = template.querySelector('tbody');
     const form = template.querySelector('form');
@@ -26,7 +23,7 @@ export class Settings {
 
   async #add(form) {
     const { key, value } = form.elements;
-    if (await this.#send(pathOf(key.value), value.value)) form.reset();
+    if (await send(pathOf(key.value), value.value)) form.reset();
   }
 
   // Shows `settings`, all of them.
@@ -36,13 +33,15 @@ export class Settings {
       row.remove();
       this.#rows.delete(key);
     }
-    for (const key of Object.keys(settings).sort()) {
+    Object.keys(settings).sort().forEach((key, index) => {
       if (!this.#rows.has(key)) this.#rows.set(key, this.#row(key));
       const row = this.#rows.get(key);
       const field = row.querySelector('input');
       if (document.activeElement !== field) field.value = settings[key];
-      this.#body.append(row);
-    }
+      // A row that is moved loses the focus of who writes in it.
+      const there = this.#body.children[index];
+      if (there !== row) this.#body.insertBefore(row, there ?? null);
+    });
   }
 
   #row(key) {
@@ -50,10 +49,10 @@ export class Settings {
     row.querySelector('th').textContent = key;
     const field = row.querySelector('input');
     field.ariaLabel = key;
-    field.addEventListener('change', () => this.#send(pathOf(key), field.value));
+    field.addEventListener('change', () => send(pathOf(key), field.value));
     const button = row.querySelector('button');
     button.ariaLabel = `Remove ${key}`;
-    button.addEventListener('click', () => this.#remove(pathOf(key)));
+    button.addEventListener('click', () => remove(pathOf(key)));
     return row;
   }
 }

@@ -169,7 +169,7 @@ TEST(Inputs, StreamWhatOthersChange)
     reader.Get("/stream", [&](const char *data, size_t size) {
         received.append(data, size);
         const size_t first = received.find("event: state");
-        if (first == std::string::npos || received.find("\n\n", first) == std::string::npos)
+        if (first == std::string::npos || received.find("event: happenings") == std::string::npos)
             return true;
         if (received.find("\"guest.access\":\"on\"") == std::string::npos) {
             settings_set({AT_FDCWD, store.c_str()}, "wifi_gacable", "1");
@@ -178,30 +178,8 @@ TEST(Inputs, StreamWhatOthersChange)
         news = received.substr(received.rfind("event: state"));
         return false;
     });
+    EXPECT_TRUE(received.starts_with("event: frame\ndata: {\"tick\":")) << received;
     EXPECT_TRUE(news.find("\"values\":{\"guest.access\":\"on\"},\"settings\":{") != std::string::npos) << news;
-}
-
-TEST(Inputs, TheLanguageIsAnnounced)
-{
-    Simulator simulator("pause");
-    ASSERT_EQ(simulator.set("clock.jump", ""), 204); // over the splash
-    const std::string english = simulator.frame();
-    EXPECT_EQ(simulator.set("panel.language", "de"), 204);
-    simulator.frame_after(english);
-}
-
-/* Keys pressed until the daemon itself switches power saving on: the page's control follows. */
-TEST(Inputs, FollowThePanel)
-{
-    Simulator simulator("pause");
-    ASSERT_EQ(simulator.set("clock.jump", ""), 204); // over the splash
-    std::string shown = simulator.frame();
-    for (const char *key : {"menu", "down", "down", "down", "down", "ok", "ok", "ok"}) {
-        EXPECT_FALSE(simulator.has("\"panel.power-saving\":\"on\""));
-        EXPECT_EQ(simulator.post("/key/" + std::string(key)), 204);
-        shown = simulator.frame_after(shown);
-    }
-    EXPECT_TRUE(eventually([&] { return simulator.has("\"panel.power-saving\":\"on\""); }));
 }
 
 /* The splash moves on by a step 61 ticks after it came, however long the machine's clock runs. */

@@ -1,7 +1,6 @@
 #include "sim/clock.h"
 #include "sim/json.h"
 #include "sim/settings.h"
-#include "sim/text.h"
 #include "tests/sim/simulator.h"
 
 #include <fstream>
@@ -23,23 +22,6 @@ TEST(Json, EscapesWhatAStringCannotHold)
     };
     for (const auto &c : cases)
         EXPECT_EQ(sim::json_string(c.text), c.json);
-}
-
-TEST(Text, EscapesWhatALineOrJsonCannotHold)
-{
-    const struct {
-        std::string value, text;
-    } cases[] = {
-        {"a\"b\\\n", "a\\\"b\\\\\\n"},
-        {"\xe2\x82\xac", "\xe2\x82\xac"},
-        {"\xff\xe2\x82x", "\\xff\\xe2\\x82x"},
-        {"", ""},
-    };
-    for (const auto &c : cases) {
-        EXPECT_EQ(sim::escaped(c.value), c.text);
-        EXPECT_EQ(sim::unescaped(c.text), c.value);
-    }
-    EXPECT_FALSE(sim::unescaped("\\q"));
 }
 
 TEST(Settings, ReadsEachKeyOnceAndUndoesTheEscapes)
@@ -74,27 +56,4 @@ TEST(Clock, MakesUpForLateTicksWithoutABurst)
     EXPECT_GE(ends.back() - start, TICKS * TICK);
     for (size_t i = 1; i < TICKS; ++i)
         EXPECT_GE(begins[i] - ends[i - 1], TICK / 2) << i;
-}
-
-/* Ticks are counted in any pace; a standing clock gives those alone that it is asked for. */
-TEST(Clock, ChangesItsPaceAtOnce)
-{
-    std::atomic<uint64_t> last = 0;
-    sim::Clock clock;
-    clock.set_speed(0);
-    clock.start([&](uint64_t tick) { last = tick; });
-    clock.advance(1);
-    EXPECT_EQ(last, 1u);
-    std::thread other([&] { clock.advance(300); });
-    clock.advance(300);
-    other.join();
-    EXPECT_EQ(last, 601u);
-    EXPECT_EQ(clock.ticks(), 601u);
-    clock.set_speed(100);
-    EXPECT_TRUE(eventually([&] { return last > 650; }));
-    clock.set_speed(1); // its first tick would come 100 ms later
-    const uint64_t before = clock.ticks();
-    clock.set_speed(0);
-    EXPECT_LE(clock.ticks(), before + 1);
-    EXPECT_EQ(clock.speed(), 0u);
 }

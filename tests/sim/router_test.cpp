@@ -3,21 +3,6 @@
 
 #include <fstream>
 
-TEST(Router, TheCompanionPublishesTheLinks)
-{
-    Simulator simulator("1");
-    EXPECT_EQ(simulator.set("link.internet", "blink"), 204);
-    EXPECT_EQ(simulator.set("link.lan", "off"), 204);
-    EXPECT_EQ(simulator.set("link.clients", "12"), 204);
-    const auto holds = [&](const std::string &name, const std::string &line) {
-        return eventually([&] { return simulator.file("tmp/lcd/network_status/" + name) == line; });
-    };
-    EXPECT_TRUE(holds("internet", "internet blink\n"));
-    EXPECT_TRUE(holds("lan", "lan off\n"));
-    EXPECT_TRUE(holds("wan", "wan on\n"));
-    EXPECT_TRUE(holds("wireless_client", "wireless_client 12\n"));
-}
-
 /* The daemon's watchdog looks once in 60 s, not before tick 601. */
 TEST(Router, AKilledCompanionComesBackByTheWatchdog)
 {
@@ -97,40 +82,6 @@ TEST(Router, TheTemporaryRootGoesAtTheEnd)
     EXPECT_FALSE(std::filesystem::exists(root));
 }
 
-TEST(Router, ProgramsAnswerAsTheDaemonExpects)
-{
-    Simulator simulator;
-    EXPECT_EQ(simulator.run("bin/echo network_status  two"), "network_status two\n");
-    EXPECT_EQ(simulator.set("wifi.channel-in-use", "11"), 204);
-    const std::string channel = simulator.run("sbin/iwlist ath0 channel");
-    EXPECT_NE(channel.find("Current Frequency:2.462 GHz (Channel 11)"), std::string::npos) << channel;
-    const std::string list = simulator.run("bin/ps -e");
-    for (const char *program : {"frontpaneld", "network_status", "pc_monitor", "ps"})
-        EXPECT_NE(list.find(program), std::string::npos) << list;
-    EXPECT_EQ(list.find("panel-sim"), std::string::npos) << list;
-    const unsigned long before = simulator.ticks();
-    simulator.run("bin/sleep 10");
-    EXPECT_GE(simulator.ticks() - before, 100u);
-    simulator.run("usr/sbin/rc wireless restart");
-    EXPECT_TRUE(eventually([&] { return simulator.printed().find("rc wireless restart\n") != std::string::npos; }));
-}
-
-TEST(Router, TheRegisterSwitchesTheBacklightAndTellsThePort)
-{
-    Simulator simulator("1");
-    const auto lit = [&](const char *value) {
-        return eventually([&] { return simulator.has("\"lit\":" + std::string(value)); });
-    };
-    EXPECT_TRUE(lit("true"));
-    simulator.run("sbin/5416regc 0x4048=0xfff8000");
-    EXPECT_TRUE(lit("false"));
-    EXPECT_EQ(simulator.run("sbin/5416regc 0x4048"), "5416:4048 0x00bf0000\n");
-    EXPECT_EQ(simulator.set("wan.port", "off"), 204);
-    EXPECT_EQ(simulator.run("sbin/5416regc 0x4048"), "5416:4048 0x00ff0000\n");
-    simulator.run("sbin/5416regc 0x4048=0xfff8001");
-    EXPECT_TRUE(lit("true"));
-}
-
 struct BadStart {
     std::vector<std::string> options;
     int status;
@@ -139,6 +90,7 @@ struct BadStart {
 
 TEST(Router, RefusesABadStart)
 {
+    Simulator simulator("1");
     const TestFolder folder;
     std::filesystem::create_directory(folder.path() / "tmp");
     std::ofstream(folder.path() / "tmp/precious") << "mine";
@@ -152,6 +104,7 @@ TEST(Router, RefusesABadStart)
         {{"--zoom", "3"}, 2, "--help"},
         {{"extra"}, 2, "extra"},
         {{"--root", here}, 1, "not empty"},
+        {{"--root", simulator.root()}, 1, "another simulator"},
         {{"--root", here + "/a:b"}, 1, "colon"},
     };
     for (const BadStart &start : starts) {
@@ -163,13 +116,4 @@ TEST(Router, RefusesABadStart)
         std::filesystem::remove(log);
     }
     EXPECT_EQ(sim::read_file(folder.path() / "tmp/precious"), "mine");
-}
-
-TEST(Router, OneSimulatorARoot)
-{
-    Simulator simulator("1");
-    const TestFolder folder;
-    const int status = end_of(start_panel_sim({"--root", simulator.root()}, folder.path() / "log"));
-    EXPECT_EQ(WEXITSTATUS(status), 1);
-    EXPECT_GT(simulator.pid_of("frontpaneld"), 0);
 }

@@ -4,7 +4,6 @@
 
 #include <cmath>
 #include <cstring>
-#include <fstream>
 #include <set>
 #include <sstream>
 
@@ -33,20 +32,6 @@ TEST(Traffic, EachPatternKeepsToItsRange)
         EXPECT_LE(high, pattern.most) << pattern.name;
         EXPECT_GT(high - low, 0.7 * (pattern.most - pattern.least)) << pattern.name << " moves";
     }
-}
-
-TEST(Traffic, IsTheSameForTheSameSeed)
-{
-    sim::TrafficPlan other = home;
-    other.seed = 2;
-    sim::Traffic first, again, another;
-    bool differs = false;
-    for (unsigned second = 0; second < 100; ++second) {
-        const auto files = first.pass(home, second);
-        EXPECT_EQ(files, again.pass(home, second));
-        differs |= files != another.pass(other, second);
-    }
-    EXPECT_TRUE(differs);
 }
 
 /* The lines of a file: host number and figure. */
@@ -112,49 +97,4 @@ TEST(Computers, HaveLeasesInTheServersForm)
     }
     EXPECT_EQ(names.size(), 250u);
     EXPECT_EQ(sim::lease_file(3, 253), "");
-}
-
-static constexpr const char *outcomes[] = {"success", "stop", "overlap", "error"};
-
-/* What the daemon writes to start a pairing. */
-static void ask_for_pairing(const Simulator &simulator, uint32_t command)
-{
-    char record[16] = {};
-    std::memcpy(record, &command, sizeof command);
-    std::ofstream(simulator.root() / "proc/wsc_pbc").write(record, sizeof record);
-}
-
-static std::string outcome_of(const Simulator &simulator)
-{
-    for (const char *outcome : outcomes)
-        if (std::filesystem::remove(simulator.root() / ("var/wps_" + std::string(outcome))))
-            return outcome;
-    return "none";
-}
-
-TEST(Wps, AnswersInRouterTimeWithTheChosenOutcome)
-{
-    Simulator simulator("pause");
-    simulator.set("wps.seconds", "2");
-    const auto pass = [&](int ticks) {
-        while (ticks-- > 0)
-            simulator.set("clock.step", "");
-    };
-    for (const std::string outcome : {"success", "stop", "overlap", "error", "none"}) {
-        simulator.set("wps.outcome", outcome);
-        ask_for_pairing(simulator, 1);
-        pass(20); // the first of them takes the record
-        EXPECT_EQ(outcome_of(simulator), "none");
-        EXPECT_EQ(simulator.file("proc/wsc_pbc"), "") << "the record is taken";
-        pass(1);
-        EXPECT_EQ(outcome_of(simulator), outcome);
-        pass(1);
-        EXPECT_EQ(outcome_of(simulator), "none") << "once";
-    }
-    simulator.set("wps.outcome", "success"); // the pairing without an end gets one
-    pass(1);
-    EXPECT_EQ(outcome_of(simulator), "success");
-    ask_for_pairing(simulator, 2);
-    pass(30);
-    EXPECT_EQ(outcome_of(simulator), "none");
 }

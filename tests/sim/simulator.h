@@ -67,6 +67,17 @@ inline int end_of(pid_t pid)
     return status;
 }
 
+/* What a shell command prints. */
+inline std::string output_of(const std::string &command)
+{
+    FILE *output = popen(command.c_str(), "r");
+    std::string text;
+    for (int c; (c = std::fgetc(output)) != EOF;)
+        text += static_cast<char>(c);
+    pclose(output);
+    return text;
+}
+
 class Simulator {
 public:
     explicit Simulator(const std::string &speed = "100", const std::string &world = "healthy-home")
@@ -74,6 +85,7 @@ public:
     {
         EXPECT_TRUE(eventually([&] { return address().ends_with("/"); })) << printed();
         client = std::make_unique<httplib::Client>("127.0.0.1", port());
+        client->set_read_timeout(60); // two minutes of router time at once, on a busy machine
         for (const char *program : {"frontpaneld", "network_status", "pc_monitor"})
             EXPECT_TRUE(eventually([&] { return pid_of(program) > 0; })) << printed();
     }
@@ -112,15 +124,13 @@ public:
     /* Runs a program of the router's; what it prints. */
     std::string run(const std::string &command) const
     {
-        FILE *output = popen(("PANEL_ROOT=" + root().string() + " " + (root() / command).string()).c_str(), "r");
-        std::string text;
-        for (int c; (c = std::fgetc(output)) != EOF;)
-            text += static_cast<char>(c);
-        pclose(output);
-        return text;
+        return output_of("PANEL_ROOT=" + root().string() + " " + (root() / command).string());
     }
 
-    std::string state() { return client->Get("/state")->body; }
+    httplib::Response get(const std::string &path) { return *client->Get(path); }
+    httplib::Response posted(const std::string &path) { return *client->Post(path); }
+
+    std::string state() { return get("/state").body; }
     bool has(const std::string &text) { return state().find(text) != std::string::npos; }
     unsigned long ticks() { return std::stoul(state().substr(std::string("{\"tick\":").size())); }
 

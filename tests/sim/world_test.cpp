@@ -1,4 +1,3 @@
-#include "sim/world.h"
 #include "tests/sim/simulator.h"
 
 #include <fstream>
@@ -8,33 +7,6 @@ static std::filesystem::path write_world(const TestFolder &folder, const std::st
     const std::filesystem::path path = folder.path() / "my.world";
     std::ofstream(path) << text;
     return path;
-}
-
-TEST(World, TheReadyOnesAreGood)
-{
-    int count = 0;
-    for (const auto &entry : std::filesystem::directory_iterator(SOURCE_DIR "/sim/worlds")) {
-        const std::string name = entry.path().stem();
-        try {
-            EXPECT_FALSE(sim::read_world(name).empty()) << name;
-        } catch (const std::runtime_error &error) {
-            ADD_FAILURE() << error.what();
-        }
-        ++count;
-    }
-    EXPECT_GE(count, 5);
-}
-
-TEST(World, AValueIsTheRestOfTheLine)
-{
-    const TestFolder folder;
-    const auto world = sim::read_world(
-        write_world(folder, "# a comment\n\n  wifi.name \t Two words  \r\n\tguest.name\nsetting.x 1=2 # 3"));
-    const std::vector<std::pair<std::string, std::string>> expected = {
-        {"wifi.name", "Two words"}, {"guest.name", ""}, {"setting.x", "1=2 # 3"}};
-    ASSERT_EQ(world.size(), expected.size());
-    for (size_t i = 0; i < world.size(); ++i)
-        EXPECT_EQ((std::pair{world[i].id, world[i].value}), expected[i]);
 }
 
 struct BadWorld {
@@ -79,4 +51,19 @@ TEST(World, IsWhatTheRouterBeginsWith)
         EXPECT_TRUE(simulator.has(member)) << member << simulator.state();
     EXPECT_EQ(simulator.file("var/udhcpd.leases").size(), 0u) << "its one computer is nameless";
     EXPECT_NE(simulator.file("nvram/committed").find("wifi_ssid=Elsewhere\n"), std::string::npos);
+}
+
+TEST(World, IsEnteredByARunningRouter)
+{
+    Simulator simulator("pause");
+    simulator.set("link.lan", "off");
+    simulator.set("fault.bitmap", "ICON_MODEM");
+    EXPECT_EQ(simulator.get("/worlds").body,
+              "[\"busy-evening\",\"cable-pulled\",\"first-use\",\"guests\",\"healthy-home\"]\n");
+    for (const char *world : {"busy-evening", "cable-pulled", "first-use", "healthy-home", "guests"})
+        EXPECT_EQ(simulator.post("/world", world), 204);
+    for (const char *member : {"\"guest.access\":\"on\"", "\"link.lan\":\"on\"", "\"wifi.name\":\"Home network\"",
+                               "\"fault.bitmap\":\"none\"", "\"speed\":0"})
+        EXPECT_TRUE(simulator.has(member)) << member << simulator.state();
+    EXPECT_NE(simulator.file("nvram/committed").find("wifi_gacable=1\n"), std::string::npos);
 }
