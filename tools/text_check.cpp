@@ -36,8 +36,7 @@ static void check_text_characters(const PackText &text, const std::filesystem::p
         return;
     }
     std::ranges::sort(*characters);
-    const auto repeated = std::ranges::unique(*characters);
-    characters->erase(repeated.begin(), repeated.end());
+    characters->erase(std::unique(characters->begin(), characters->end()), characters->end());
     for (const char32_t c : *characters) {
         const std::string fault = character_fault(c, bitmaps);
         if (!fault.empty())
