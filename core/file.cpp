@@ -26,6 +26,12 @@ ssize_t File::read(void *buffer, size_t size) const
     return count;
 }
 
+size_t File::read_once(void *buffer, size_t size) const
+{
+    const ssize_t count = read(buffer, size);
+    return count > 0 ? static_cast<size_t>(count) : 0;
+}
+
 size_t File::read_full(void *buffer, size_t size) const
 {
     size_t total = 0;
@@ -61,8 +67,8 @@ bool File::write_full(const void *buffer, size_t size) const
 bool LineReader::fill()
 {
     start_ = 0;
-    /* What a writer adds behind the end that has been seen belongs to no line here. */
-    end_ = file_ && !ended_ && fills_left_-- > 0 ? file_.read_full(buffer_, sizeof buffer_) : 0;
+    /* A short read has seen the end: what a writer puts behind it afterwards belongs to no line here. */
+    end_ = file_ && !ended_ && fills_left_-- > 0 ? file_.read_once(buffer_, sizeof buffer_) : 0;
     ended_ = end_ < sizeof buffer_;
     return end_ > 0;
 }
@@ -90,7 +96,7 @@ bool read_first_line(const char *path, std::span<char> line)
     const File file(path);
     if (!file)
         return false;
-    const size_t length = file.read_full(line.data(), line.size() - 1);
+    const size_t length = file.read_once(line.data(), line.size() - 1);
     const void *newline = memchr(line.data(), '\n', length);
     const size_t end = newline ? static_cast<size_t>(static_cast<const char *>(newline) - line.data()) + 1 : length;
     line[end] = '\0';

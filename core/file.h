@@ -22,6 +22,10 @@ public:
     /* One read(2), taken up again after an interruption. Bytes read, 0 at the end, -1 on failure. */
     ssize_t read(void *buffer, size_t size) const;
 
+    /* One read, which shows a small file as it is at one moment; of two, the second may show what a writer has put
+     * there since. Bytes read; a failure counts as the end. */
+    size_t read_once(void *buffer, size_t size) const;
+
     /* Reads until `size` bytes are there or the file ends. Bytes read; a failure counts as the end. */
     size_t read_full(void *buffer, size_t size) const;
 

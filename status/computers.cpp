@@ -43,7 +43,9 @@ char *lookup_lease_name(int host, char *buffer, size_t size)
     if (!file)
         return nullptr;
     std::array<Lease, 32> leases;
-    while (const size_t count = file.read_full(leases.data(), sizeof leases) / sizeof(Lease)) {
+    /* Behind a short read there may be the rest of a record that is just being written. */
+    for (size_t count = leases.size(); count == leases.size();) {
+        count = file.read_once(leases.data(), sizeof leases) / sizeof(Lease);
         const auto end = leases.begin() + count;
         const auto lease = std::find_if(leases.begin(), end, [host](const Lease &l) { return l.address[3] == host; });
         if (lease == end)

@@ -49,6 +49,5 @@ std::optional<FontGlyph> BitmapFont::glyph(char32_t code) const
     const FT_GlyphSlotRec &slot = *face_->glyph;
     if (slot.bitmap.pixel_mode != FT_PIXEL_MODE_MONO)
         return std::nullopt;
-    return FontGlyph{picture_of(slot.bitmap), slot.bitmap_left, slot.bitmap_top,
-                     static_cast<int>(slot.advance.x >> 6)};
+    return FontGlyph{picture_of(slot.bitmap), slot.bitmap_left, slot.bitmap_top, static_cast<int>(slot.advance.x >> 6)};
 }

@@ -16,7 +16,7 @@ static constexpr const char *DISPLAY_SOCKET = "/run/lcd";
 static constexpr const char *NO_DRIVER_FILE = "/run/no-driver"; // made by the simulator: the driver is gone
 static constexpr const char *SPOILT_FOLDER = "/run/spoilt";     // likewise: what stands for installed files
 static constexpr size_t LARGEST_OUTPUT = 65536;                 // of a captured command that is told
-static constexpr size_t COMMAND_ROOM = 4 * PATH_MAX; // a command names few paths
+static constexpr size_t COMMAND_ROOM = 4 * PATH_MAX;            // a command names few paths
 
 static int open_below(const char *folder, const char *path, int flags)
 {

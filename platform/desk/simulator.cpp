@@ -12,7 +12,7 @@
 
 static constexpr const char *CONTROL_SOCKET = "/run/control";
 static constexpr std::string_view INSTALLED = "/sbin/";
-static constexpr size_t LARGEST_FILE = 65536;        // what is larger is not told
+static constexpr size_t LARGEST_FILE = 65536; // what is larger is not told
 
 /* The way to the simulator, once something was told. */
 static int control = -1;
