@@ -17,6 +17,7 @@ static constexpr const char *HOST = "127.0.0.1";
 static constexpr int PORTS_TRIED = 100;
 static constexpr size_t MOST_CONNECTIONS = 200; // of which streams may be MOST_STREAMS
 static constexpr size_t LARGEST_BODY = 4096; // bytes
+static constexpr size_t LONGEST_PATH = 1024; // bytes; the library matches it with a recursion for each
 static constexpr time_t READ_SECONDS = 1;   // a connection that sends nothing for so long is closed
 static constexpr time_t WRITE_SECONDS = 5;
 
@@ -148,9 +149,12 @@ bool PanelServer::is_ours(const Request &request) const
 void PanelServer::add_guard()
 {
     server_.set_pre_routing_handler([this](const Request &request, Response &response) {
-        if (is_ours(request))
+        if (!is_ours(request))
+            answer(response, 403, "only for the panel's own page, at " + address());
+        else if (request.path.size() > LONGEST_PATH)
+            answer(response, 414, "a path has at most " + std::to_string(LONGEST_PATH) + " bytes");
+        else
             return httplib::Server::HandlerResponse::Unhandled;
-        answer(response, 403, "only for the panel's own page, at " + address());
         return httplib::Server::HandlerResponse::Handled;
     });
     server_.set_exception_handler([](const Request &, Response &response, std::exception_ptr exception) {
