@@ -157,7 +157,7 @@ void PanelServer::add_guard()
             return httplib::Server::HandlerResponse::Unhandled;
         return httplib::Server::HandlerResponse::Handled;
     });
-    server_.set_exception_handler([](const Request &, Response &response, std::exception_ptr exception) {
+    server_.set_exception_handler([](const Request &, Response &response, const std::exception_ptr &exception) {
         try {
             std::rethrow_exception(exception);
         } catch (const BadRequest &error) {
@@ -178,7 +178,7 @@ void PanelServer::add_guard()
 void PanelServer::add_page()
 {
     for (const auto &entry : std::filesystem::directory_iterator(PAGE_FOLDER)) {
-        const std::filesystem::path file = entry.path();
+        const std::filesystem::path &file = entry.path();
         const auto type = std::ranges::find(page_types, file.extension().string(), &PageType::ending);
         if (type == std::end(page_types))
             continue;

@@ -37,7 +37,7 @@ static std::string list_of_worlds()
 
 static fs::path find_world(const std::string &name)
 {
-    const fs::path ready = fs::path(WORLDS_FOLDER) / (name + ENDING);
+    fs::path ready = fs::path(WORLDS_FOLDER) / (name + ENDING);
     if (name.find('/') == std::string::npos && fs::exists(ready))
         return ready;
     if (!fs::is_regular_file(name) || fs::file_size(name) > LARGEST_FILE)

@@ -3,8 +3,9 @@
 
 #include <csignal>
 
-extern "C" void __real__Z10panel_waitv();
-extern "C" void __wrap__Z10panel_waitv();
+/* The linker's names. */
+extern "C" void __real__Z10panel_waitv(); // NOLINT
+extern "C" void __wrap__Z10panel_waitv(); // NOLINT
 
 /* A pass is made for a tick alone, so that a run depends on nothing but what the simulator sends: keys and languages
  * that were announced before the tick are seen in its pass. */

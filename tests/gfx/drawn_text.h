@@ -1,4 +1,4 @@
-/* Texts as they stand on the screen, and the glyphs that were loaded to get them there. */
+/* Texts as they stand on the screen. */
 #pragma once
 
 #include "gfx/frame_buffer.h"
@@ -33,15 +33,4 @@ inline std::string read_line(int y, int from = 1, int to = LCD_WIDTH - 1)
 inline std::string read_rows(int to = 117)
 {
     return read_line(49, 1, to) + "|" + read_line(37, 1, to) + "|" + read_line(25, 1, to);
-}
-
-/* The ASCII characters whose glyphs `run` looked for in vain, in this order. */
-template <typename Run> std::string loads(Run run)
-{
-    static constexpr std::string_view MISS = "no bitmap for U_";
-    const std::string messages = printed(run);
-    std::string characters;
-    for (size_t at = messages.find(MISS); at != std::string::npos; at = messages.find(MISS, at + 1))
-        characters += static_cast<char>(std::stoi(messages.substr(at + MISS.size(), 4), nullptr, 16));
-    return characters;
 }

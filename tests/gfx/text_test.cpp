@@ -32,6 +32,8 @@ TEST(Text, WidthIsGlyphsAndTheSpacingBetweenLetters)
     for (const auto &c : cases)
         EXPECT_EQ(getStringWidth(1, c.text.c_str(), c.maxChars), c.width) << c.text;
     EXPECT_EQ(printed([] { EXPECT_EQ(getStringWidth(1, nullptr, 0), 0); }), "getStringWidth return, no string\n");
+    const std::string miss = "no bitmap for U_00ef_2 file name /sbin/lcd_ml/_auto_bitmap_/U_00EF_2\n";
+    EXPECT_EQ(printed([] { getStringWidth(2, "\xC3\xAF", 0); }), miss + miss);
     root.picture("U_0041", "\xFF\xFF\0\1"s);
     EXPECT_EQ(getStringWidth(1, std::string(40000, 'A').c_str(), 0), INT_MAX);
 }
@@ -73,29 +75,6 @@ TEST(Text, ReverseIsLightOnADarkBox)
     drawString(0, 63, 1, ALIGN_LEFT, DRAW_REVERSE, "a.zz");
     EXPECT_EQ(read_line(63, 0, 22), "[a.zz]");
     EXPECT_TRUE(getDot(21, 63) && !getDot(22, 63) && !getDot(0, 51)) << "run on by one spacing";
-}
-
-TEST(Text, GlyphsAreLoadedAtEveryUse)
-{
-    const TestRoot no_glyphs;
-    ScrollState state = {};
-    const auto draw = [](int x, const char *s) {
-        return loads([&] { drawString(x, 63, 1, ALIGN_LEFT, DRAW_NORMAL, s); });
-    };
-    const auto scroll = [&](int maxWidth, int step) {
-        return loads([&] { drawStringScroll(0, 63, 1, ALIGN_LEFT, DRAW_NORMAL, "ABC", maxWidth, step, &state); });
-    };
-    const std::string whole = "AABC"; // a measurement: the first character, then each
-    EXPECT_EQ(loads([] { getStringWidth(1, "ABC", 2); }), "AAB");
-    EXPECT_EQ(draw(0, "ABC"), "A" + whole + "AABBCC");
-    EXPECT_EQ(draw(-9, "ABC"), "A" + whole);
-    EXPECT_EQ(draw(0, "\xE4\xB8"), std::string(5, '\0'));
-    const std::string miss = "no bitmap for U_00ef_2 file name /sbin/lcd_ml/_auto_bitmap_/U_00EF_2\n";
-    EXPECT_EQ(printed([] { getStringWidth(2, "\xC3\xAF", 0); }), miss + miss);
-    EXPECT_EQ(scroll(17, 1), whole + "A" + whole + "AABBCC");
-    EXPECT_EQ(scroll(11, 0), whole + whole + "AAB" + "AAABAABB");
-    EXPECT_EQ(scroll(11, 1), whole + whole + "BBC" + "BBBCBBCC");
-    EXPECT_EQ(scroll(11, 1), whole + "BBC" + "BBC" + "BBBCBBCC");
 }
 
 TEST(Text, LongTextsMoveOnByACharacter)

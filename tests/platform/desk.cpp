@@ -1,3 +1,5 @@
+#include "core/display.h"
+#include "core/screen_table.h"
 #include "platform/desk/root.h"
 #include "platform/router.h"
 #include "tests/platform/desk_folder.h"
@@ -62,25 +64,40 @@ TEST_F(Desk, CommandsReachTheRootAlone)
     EXPECT_EQ(router_popen(endless.c_str()), nullptr);
 }
 
+/* A number as this processor keeps it, which is how others on it read what the daemon sends them. */
+template <typename Number> static std::string native(Number number)
+{
+    return {reinterpret_cast<const char *>(&number), sizeof number};
+}
+
 TEST_F(Desk, FramesReachWhoeverListens)
 {
-    std::string frame(1040, '\0');
-    for (size_t i = 0; i < frame.size(); i++)
-        frame[i] = static_cast<char>(i * 7);
-    const int sender = router_display_socket();
-    EXPECT_EQ(router_display_bind(sender, 1234), 0);
-    EXPECT_EQ(router_display_send(sender, frame.data(), frame.size()), 1040) << "nobody listens";
+    const std::string header = native(uint32_t{1040}) + native(uint16_t{0x12}) + native(uint16_t{0}) +
+                               native(uint32_t{0}) + native(static_cast<uint32_t>(getpid()));
+    std::string frame;
+    for (int i = 0; i < 1024; i++)
+        frame += static_cast<char>(i * 7 + i / 256);
+    const auto *picture = reinterpret_cast<const uint8_t *>(frame.data());
+    EXPECT_EQ(write_lcd_data(picture), 0) << "nobody listens";
 
     const int listener = socket(AF_UNIX, SOCK_DGRAM, 0);
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
     snprintf(address.sun_path, sizeof address.sun_path, "/proc/self/fd/%d/run/lcd", desk_root());
     ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
-    for (int i = 0; i < 2000; i++)
-        ASSERT_EQ(router_display_send(sender, frame.data(), frame.size()), 1040) << "a full listener";
+    for (int i = 0; i < 1000; i++)
+        ASSERT_EQ(write_lcd_data(picture), 0) << "a full listener";
     std::string received(2000, '\0');
     received.resize(static_cast<size_t>(recv(listener, received.data(), received.size(), MSG_DONTWAIT)));
-    EXPECT_EQ(received, frame);
+    EXPECT_EQ(received, header + frame);
     close(listener);
-    close(sender);
+}
+
+TEST_F(Desk, APairingIsStartedByARecordOfThisProcessor)
+{
+    write_file(root / "proc/wsc_pbc", "");
+    testing::internal::CaptureStdout(); // the page finds no glyphs, and says so
+    switch_screen("WPS start");
+    testing::internal::GetCapturedStdout();
+    EXPECT_EQ(read_file(root / "proc/wsc_pbc"), native(uint32_t{1}) + std::string(12, '\0'));
 }

@@ -2,39 +2,24 @@
  * a socket's may be, and needs quoting in the shell. */
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
+#include "tests/tools/temp_folder.h"
+
 #include <string_view>
-
-struct DeskFolder {
-    char name[32] = "/tmp/panel-desk-XXXXXX";
-    const std::filesystem::path top = mkdtemp(name);
-    const std::filesystem::path root = top / ("it's a \"root\" " + std::string(120, 'x'));
-
-    DeskFolder()
-    {
-        for (const char *folder : {"etc", "run", "sbin", "tmp"})
-            std::filesystem::create_directories(root / folder);
-        setenv("PANEL_ROOT", root.c_str(), 1);
-    }
-    ~DeskFolder() { std::filesystem::remove_all(top); }
-};
 
 inline const std::filesystem::path &desk_folder()
 {
-    static const DeskFolder folder;
-    return folder.root;
+    static const TempFolder top;
+    static const std::filesystem::path root = [] {
+        const std::filesystem::path folder = top / ("it's a \"root\" " + std::string(120, 'x'));
+        for (const char *name : {"etc", "proc", "run", "sbin", "tmp/lcd", "var"})
+            std::filesystem::create_directories(folder / name);
+        setenv("PANEL_ROOT", folder.c_str(), 1);
+        return folder;
+    }();
+    return root;
 }
 
 inline void write_file(const std::filesystem::path &path, std::string_view bytes)
 {
     std::ofstream(path, std::ios::binary) << bytes;
-}
-
-inline std::string read_file(const std::filesystem::path &path)
-{
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
 }

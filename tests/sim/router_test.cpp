@@ -19,47 +19,31 @@ TEST(Router, AKilledCompanionComesBackByTheWatchdog)
 TEST(Router, RebootBringsTheCommittedSettingsBack)
 {
     Simulator simulator("1");
+    const auto exists = [&](const char *file) { return std::filesystem::exists(simulator.root() / file); };
+    simulator.set("wifi.channel", "11");
     const std::string running = simulator.root() / "nvram/running", committed = simulator.root() / "nvram/committed";
-    ASSERT_EQ(settings_set({AT_FDCWD, running.c_str()}, "wifi_channel", "11"), 0);
     ASSERT_EQ(settings_copy({AT_FDCWD, running.c_str()}, {AT_FDCWD, committed.c_str()}), 0);
-    ASSERT_EQ(settings_set({AT_FDCWD, running.c_str()}, "wifi_ssid", "lost"), 0);
-    EXPECT_TRUE(simulator.has("\"wifi_ssid\":\"lost\""));
-    std::ofstream(simulator.root() / "tmp/left") << "in memory";
-    std::ofstream(simulator.root() / "var/wps_success") << "in memory";
-    EXPECT_EQ(simulator.set("panel.factory", "on"), 204);
-    EXPECT_EQ(simulator.set("wan.up", "off"), 204);
+    simulator.set("wifi.name", "lost");
+    for (const char *file : {"tmp/left", "var/wps_success"})
+        std::ofstream(simulator.root() / file) << "in memory";
+    EXPECT_TRUE(exists("tmp/wan_uptime"));
+    simulator.set("wan.up", "off");
+    simulator.set("panel.factory", "on");
     const pid_t daemon = simulator.pid_of("frontpaneld"), companion = simulator.pid_of("network_status");
 
     simulator.run("sbin/reboot");
-    EXPECT_TRUE(eventually([&] {
-        return simulator.pid_of("frontpaneld") > 0 && simulator.pid_of("frontpaneld") != daemon &&
-               simulator.pid_of("network_status") > 0 && simulator.pid_of("network_status") != companion;
-    }));
+    for (const auto &[program, old] : {std::pair("frontpaneld", daemon), std::pair("network_status", companion)})
+        EXPECT_TRUE(eventually([&] { return simulator.pid_of(program) > 0 && simulator.pid_of(program) != old; }));
     EXPECT_TRUE(simulator.has("\"wifi_ssid\":\"Home network\""));
     EXPECT_TRUE(simulator.has("\"wifi_channel\":\"11\""));
-    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "tmp/left"));
-    EXPECT_FALSE(std::filesystem::exists(simulator.root() / "var/wps_success"));
-    EXPECT_TRUE(simulator.has("\"panel.factory\":\"on\"")); // what is so is found to be so again
-    EXPECT_TRUE(simulator.has("\"wan.up\":\"off\""));
-}
-
-TEST(Router, ADeadDaemonIsStartedAgainAmidItsCompanions)
-{
-    Simulator simulator;
-    const pid_t daemon = simulator.pid_of("frontpaneld"), companion = simulator.pid_of("network_status");
-    std::ofstream(simulator.root() / "tmp/lcd/lcd_wp") << "";
-    kill(daemon, SIGKILL);
-    EXPECT_TRUE(eventually([&] {
-        const pid_t next = simulator.pid_of("frontpaneld");
-        return next > 0 && next != daemon;
-    }));
-    EXPECT_EQ(simulator.pid_of("network_status"), companion);
-    EXPECT_TRUE(eventually([&] { return !std::filesystem::exists(simulator.root() / "tmp/lcd/lcd_wp"); }));
+    EXPECT_FALSE(exists("tmp/left") || exists("var/wps_success"));
+    EXPECT_FALSE(exists("tmp/wan_uptime")); // what is so is found to be so again
+    EXPECT_TRUE(exists("var/is_default_for_lcd"));
 }
 
 TEST(Router, NothingIsLeftAtTheEnd)
 {
-    for (const int signal : {SIGTERM, SIGINT, SIGKILL}) {
+    for (const int signal : {SIGTERM, SIGKILL}) {
         Simulator simulator;
         kill(simulator.pid_of("frontpaneld"), SIGKILL); // the next one has another process group
         simulator.end(signal);
@@ -70,11 +54,12 @@ TEST(Router, NothingIsLeftAtTheEnd)
 TEST(Router, TheTemporaryRootGoesAtTheEnd)
 {
     const TestFolder folder;
-    const std::filesystem::path log = folder.path() / "log";
-    const pid_t pid = start_panel_sim({"--port", "0"}, log);
-    const auto printed = [&] { return sim::read_file(log).value_or(""); };
-    ASSERT_TRUE(eventually([&] { return printed().find('\n') != std::string::npos; }));
-    const std::string line = printed().substr(0, printed().find('\n'));
+    const pid_t pid = start_panel_sim({"--port", "0"}, folder.path() / "log");
+    std::string line;
+    ASSERT_TRUE(eventually([&] {
+        std::ifstream log(folder.path() / "log");
+        return std::getline(log, line) && !log.eof();
+    }));
     const std::filesystem::path root = line.substr(line.rfind(' ') + 1);
     EXPECT_TRUE(std::filesystem::exists(root / "sbin/lcd_ml")) << line;
     kill(pid, SIGTERM);
@@ -82,38 +67,43 @@ TEST(Router, TheTemporaryRootGoesAtTheEnd)
     EXPECT_FALSE(std::filesystem::exists(root));
 }
 
-struct BadStart {
-    std::vector<std::string> options;
-    int status;
-    const char *message;
-};
-
 TEST(Router, RefusesABadStart)
 {
     Simulator simulator("1");
     const TestFolder folder;
+    const std::string here = folder.path(), world = folder.path() / "my.world", log = folder.path() / "log";
     std::filesystem::create_directory(folder.path() / "tmp");
     std::ofstream(folder.path() / "tmp/precious") << "mine";
-    const std::string here = folder.path();
-    const BadStart starts[] = {
-        {{"--speed", "0"}, 2, "--speed takes one of pause, 1, 10, 100, not \"0\""},
-        {{"--world", "atlantis"}, 2, "healthy-home"},
-        {{"--port", "65536"}, 2, "--port takes"},
-        {{"--daemon", here + "/none"}, 2, "no program"},
-        {{"--assets", here}, 2, "sbin/lcd_ml"},
-        {{"--zoom", "3"}, 2, "--help"},
-        {{"extra"}, 2, "extra"},
-        {{"--root", here}, 1, "not empty"},
-        {{"--root", simulator.root()}, 1, "another simulator"},
-        {{"--root", here + "/a:b"}, 1, "colon"},
+    std::ofstream(world) << "# first\nmoon.phase full\nlink.wan up\nlink.lan\nlink.clients 1000\nkey.ok\n"
+                            "link.power on\n\nlink.power off\nsetting. x\nwifi.name a\\q\n";
+    const struct {
+        std::vector<std::string> options;
+        int status;
+        std::vector<std::string> messages;
+    } starts[] = {
+        {{"--speed", "0"}, 2, {"--speed takes one of pause, 1, 10, 100, not \"0\""}},
+        {{"--world", "atlantis"}, 2, {"busy-evening, cable-pulled, first-use, guests, healthy-home"}},
+        {{"--world", world},
+         2,
+         {world + ":2: no input moon.phase", world + ":3: link.wan takes one of off, on, blink, not \"up\"",
+          world + ":4: link.lan takes one of off, on, blink, not \"\"", world + ":5: link.clients takes a number",
+          world + ":6: key.ok is an action", world + ":9: link.power has its value in line 7",
+          world + ":10: no input setting.", world + ":11: wifi.name takes the escapes"}},
+        {{"--port", "65536"}, 2, {"--port takes"}},
+        {{"--daemon", here + "/none"}, 2, {"no program"}},
+        {{"--assets", here}, 2, {"sbin/lcd_ml"}},
+        {{"--zoom", "3"}, 2, {"--help"}},
+        {{"extra"}, 2, {"extra"}},
+        {{"--root", here}, 1, {"not empty"}},
+        {{"--root", simulator.root()}, 1, {"another simulator"}},
+        {{"--root", here + "/a:b"}, 1, {"colon"}},
     };
-    for (const BadStart &start : starts) {
-        const std::filesystem::path log = folder.path() / "log";
-        const int status = end_of(start_panel_sim(start.options, log));
-        EXPECT_EQ(WEXITSTATUS(status), start.status) << start.message;
-        const std::string printed = sim::read_file(log).value_or("");
-        EXPECT_NE(printed.find(start.message), std::string::npos) << printed;
+    for (const auto &[options, status, messages] : starts) {
         std::filesystem::remove(log);
+        EXPECT_EQ(WEXITSTATUS(end_of(start_panel_sim(options, log))), status) << messages[0];
+        const std::string printed = sim::read_file(log).value_or("");
+        for (const std::string &message : messages)
+            EXPECT_NE(printed.find(message), std::string::npos) << message << "\n" << printed;
     }
     EXPECT_EQ(sim::read_file(folder.path() / "tmp/precious"), "mine");
 }

@@ -128,11 +128,12 @@ public:
     }
 
     httplib::Response get(const std::string &path) { return *client->Get(path); }
-    httplib::Response posted(const std::string &path) { return *client->Post(path); }
-
     std::string state() { return get("/state").body; }
     bool has(const std::string &text) { return state().find(text) != std::string::npos; }
     unsigned long ticks() { return std::stoul(state().substr(std::string("{\"tick\":").size())); }
+
+    /* What the LCD shows, as its driver got it. */
+    std::string frame() { return get("/frame").body; }
 
     /* The status of the answer to a POST. */
     int post(const std::string &path, const std::string &body = "")
@@ -143,16 +144,6 @@ public:
 
     /* Gives an input its value; the answer's status. */
     int set(const std::string &id, const std::string &value) { return post("/input/" + id, value); }
-
-    /* What the LCD shows, as its driver got it. */
-    std::string frame() { return client->Get("/frame")->body; }
-
-    /* Waits until the LCD shows something else than `old`; what it is. */
-    std::string frame_after(const std::string &old)
-    {
-        EXPECT_TRUE(eventually([&] { return frame() != old; }));
-        return frame();
-    }
 
     std::unique_ptr<httplib::Client> client;
 

@@ -12,7 +12,7 @@ class TempFolder
 public:
     TempFolder()
     {
-        std::string pattern = (std::filesystem::temp_directory_path() / "panel-tools-XXXXXX").string();
+        std::string pattern = (std::filesystem::temp_directory_path() / "panel-test-XXXXXX").string();
         path_ = mkdtemp(pattern.data());
     }
     ~TempFolder() { std::filesystem::remove_all(path_); }
