@@ -62,6 +62,7 @@ std::vector<std::string> AssetFaults::cut_pack(const std::string &language)
 std::vector<std::string> AssetFaults::lines() const
 {
     std::vector<std::string> script;
+    script.reserve(spoilt_.size());
     for (const auto &[path, line] : spoilt_)
         script.push_back(line);
     return script;

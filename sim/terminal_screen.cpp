@@ -127,10 +127,10 @@ static void use(Style style)
         wattrset(stdscr, A_REVERSE);
         break;
     case Style::LIT:
-        wattrset(stdscr, has_colors() ? COLOR_PAIR(LIT_PAIR) : A_REVERSE);
+        wattrset(stdscr, has_colors() ? static_cast<int>(COLOR_PAIR(LIT_PAIR)) : A_REVERSE);
         break;
     case Style::DARK:
-        wattrset(stdscr, has_colors() ? COLOR_PAIR(DARK_PAIR) : A_DIM);
+        wattrset(stdscr, has_colors() ? static_cast<int>(COLOR_PAIR(DARK_PAIR)) : A_DIM);
         break;
     }
 }
