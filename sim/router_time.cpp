@@ -15,7 +15,7 @@ void write_router_time(const std::filesystem::path &root, const RouterTime &now)
 std::optional<RouterTime> read_router_time(const std::filesystem::path &root)
 {
     std::istringstream text(read_file(root / CLOCK_FILE).value_or(""));
-    RouterTime now;
+    RouterTime now = {};
     return text >> now.ticks >> now.seconds ? std::optional(now) : std::nullopt;
 }
 
