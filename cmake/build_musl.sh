@@ -4,17 +4,9 @@
 set -euo pipefail
 folder=$(realpath -m "$1")
 [ ! -e "$folder/mips/lib/libc.a" ] || exit 0
-mkdir -p "$folder/lists/partial"
+mkdir -p "$folder"
+"$(dirname "${BASH_SOURCE[0]}")/debian_source.sh" "$folder" musl
 cd "$folder"
-
-# Debian's own list, for sources, apart from the machine's.
-sed 's/^Types: deb$/Types: deb-src/' /etc/apt/sources.list.d/debian.sources > debian-src.sources
-apt_source() {
-    apt-get -qq -o Dir::Etc::sourcelist="$folder/debian-src.sources" -o Dir::Etc::sourceparts=/dev/null \
-        -o Dir::State::lists="$folder/lists" -o APT::Sandbox::User= "$@"
-}
-apt_source update
-apt_source source --download-only musl
 
 rm -rf source mips
 mkdir source

@@ -1,5 +1,7 @@
 // The LCD: a dot matrix drawn at an integer zoom, sharp at every pixel density.
 
+import { oncePerPicture } from './redraw.js';
+
 const WIDTH = 128;
 const HEIGHT = 64;
 const MARGIN = 3; // LCD pixels of glass around the picture
@@ -31,7 +33,7 @@ export class Lcd {
   #zoom = 1; // in use
   #size = 0; // device pixels of one LCD pixel; 0: its place may have changed
   #look = 'lcd';
-  #scheduled = false;
+  #schedule = oncePerPicture(() => this.#draw());
 
   // Draws on `canvas` in the element `place`. `page` is enlarged (a class) while the chosen zoom needs more room.
   constructor(canvas, place, page) {
@@ -70,16 +72,6 @@ export class Lcd {
   #refit() {
     this.#size = 0;
     this.#schedule();
-  }
-
-  // However fast frames come, one is drawn for each picture of the browser's.
-  #schedule() {
-    if (this.#scheduled) return;
-    this.#scheduled = true;
-    requestAnimationFrame(() => {
-      this.#scheduled = false;
-      this.#draw();
-    });
   }
 
   // Fits the canvas to its place.

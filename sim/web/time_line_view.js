@@ -1,6 +1,7 @@
 // The time line on the page. Only the lines in sight are elements, so that thousands of them are as quick as ten.
 
 import { byId, copy, element, minutes } from './page.js';
+import { oncePerPicture } from './redraw.js';
 import { TimeLine, kinds } from './time_line.js';
 
 const emptyRow = () => element('div', { className: 'line', role: 'option' },
@@ -18,7 +19,7 @@ export class TimeLineView {
   #rows = element('div', { className: 'rows-in-sight' });
   #space = element('div', { role: 'presentation' }, this.#rows); // as high as all lines
   #rowHeight = 0;
-  #scheduled = false;
+  #schedule = oncePerPicture(() => this.#draw());
   #waiting = null; // what comes while all that has happened before is fetched
   #pressed = 0; // id of the line that the pointer went down on
   #view;
@@ -82,15 +83,6 @@ export class TimeLineView {
     this.#rowHeight = probe.getBoundingClientRect().height;
     probe.remove();
     this.#schedule();
-  }
-
-  #schedule() {
-    if (this.#scheduled) return;
-    this.#scheduled = true;
-    requestAnimationFrame(() => {
-      this.#scheduled = false;
-      this.#draw();
-    });
   }
 
   #draw() {
