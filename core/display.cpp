@@ -20,15 +20,6 @@ static_assert(sizeof(FrameMessage) == 1040, "the driver takes messages of this s
 /* Whether this program's own lock has been left behind, where removing it failed. */
 static bool lock_left;
 
-/* Asked once: the daemon never forks itself, and every frame carries the id twice. */
-static uint32_t own_port()
-{
-    static uint32_t port;
-    if (port == 0)
-        port = static_cast<uint32_t>(getpid());
-    return port;
-}
-
 static void remove_lock()
 {
     lock_left = router_remove(LCD_LOCK_FILE) < 0 && errno != ENOENT;
@@ -50,7 +41,8 @@ static bool create_lock()
 
 static bool send_frame(int fd, const uint8_t *frame)
 {
-    if (router_display_bind(fd, own_port()) < 0) {
+    const auto port = static_cast<uint32_t>(getpid());
+    if (router_display_bind(fd, port) < 0) {
         printf("write_lcd_data: bind() error\n");
         return false;
     }
@@ -62,7 +54,7 @@ static bool send_frame(int fd, const uint8_t *frame)
     message->header = {};
     message->header.nlmsg_len = sizeof *message;
     message->header.nlmsg_type = LCD_MSG_TYPE;
-    message->header.nlmsg_pid = own_port();
+    message->header.nlmsg_pid = port;
     memcpy(message->frame, frame, LCD_FRAME_BYTES);
     router_display_send(fd, message, sizeof *message);
     free(message);

@@ -47,9 +47,6 @@ public:
     /* cppcheck-suppress uninitMemberVar ; the buffer is filled before it is read */
     explicit LineReader(const char *path) : file_(path) {}
 
-    /* Whether the file could be opened. */
-    explicit operator bool() const { return static_cast<bool>(file_); }
-
     /* Reads the next line into `line`, its newline kept, a NUL behind it. False at the end of the file. */
     bool next(std::span<char> line);
 

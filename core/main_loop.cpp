@@ -2,7 +2,6 @@
 
 #include "core/actions.h"
 #include "core/daemons.h"
-#include "core/file.h"
 #include "core/input.h"
 #include "core/screen_table.h"
 #include "core/timer.h"
@@ -30,7 +29,7 @@ void panel_start()
 static void follow_language()
 {
     language_pending = 0;
-    const int id = get_lang_id_by_nvram(Setting("language_lcd").text());
+    const int id = get_stored_language();
     if (id == get_current_language())
         return;
     load_language(id);

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <cstring>
 
-static const ScreenEntry screen_table[] = {
+static const ScreenEntry screen_table[SCREEN_COUNT + 1] = {
     {welcome_handle, "welcome"},
     {select_language_handle, "select_language"},
     {init_setup_handle, "init setup"},

@@ -12,6 +12,8 @@ struct ScreenEntry {
     const char *name;
 };
 
+constexpr int SCREEN_COUNT = 40;
+
 /* The row of the current screen; "welcome" at start. Only switch_screen writes it. */
 extern const ScreenEntry *current_screen;
 

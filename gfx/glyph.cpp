@@ -8,8 +8,7 @@
 #include <cstring>
 
 constexpr int FONT_COUNT = 3;
-constexpr int LETTER_SPACING[FONT_COUNT] = {1, 2, 3}; // of fonts 1 to 3
-constexpr int TEXT_FONT = 1;
+constexpr int LETTER_SPACING[FONT_COUNT] = {1, 2, 3}; // by Font - 1
 constexpr int WIDE_LINE_GAP = 4;
 
 /* Space, punctuation, and the key glyphs 0x12, 0x11 and 0x10 */
@@ -24,7 +23,7 @@ char *getGlyphName(const Utf8Char *character, int font, char *nameBuffer)
     *end++ = '_';
     for (int shift = 12; shift >= 0; shift -= 4)
         *end++ = "0123456789abcdef"[codePoint >> shift & 0xF];
-    if (font != TEXT_FONT) {
+    if (font != FONT_TEXT) {
         *end++ = '_';
         end = std::to_chars(end, nameBuffer + GLYPH_NAME_BYTES - 1, static_cast<unsigned>(font)).ptr;
     }
@@ -39,7 +38,7 @@ void getFontInfo(const Utf8Char *character, int font, int *height, int *width, i
     *height = glyph.height();
     *width = glyph.width();
     *spacing = LETTER_SPACING[font - 1];
-    *lineGap = font == TEXT_FONT && is_wide_language() ? WIDE_LINE_GAP : 0;
+    *lineGap = font == FONT_TEXT && is_wide_language() ? WIDE_LINE_GAP : 0;
 }
 
 int isBreakCharacter(const Utf8Char *character)

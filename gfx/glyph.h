@@ -1,7 +1,13 @@
-/* The glyphs of the three fonts: font 1 for texts, 2 and 3 for large digits. */
+/* The glyphs of the three fonts. */
 #pragma once
 
 struct Utf8Char;
+
+enum Font {
+    FONT_TEXT = 1,
+    FONT_LARGE = 2, // digits alone, as those of the dials
+    FONT_HUGE = 3,  // those of the clock
+};
 
 constexpr int GLYPH_NAME_BYTES = 16;
 
@@ -9,7 +15,7 @@ constexpr int GLYPH_NAME_BYTES = 16;
  * Returns `nameBuffer`. */
 char *getGlyphName(const Utf8Char *character, int font, char *nameBuffer);
 
-/* Loads the glyph of `character` and tells its height and width, the letter spacing of `font` (1..3) and the extra
+/* Loads the glyph of `character` and tells its height and width, the letter spacing of `font` (a Font) and the extra
  * pixels between its lines, all in pixels. */
 void getFontInfo(const Utf8Char *character, int font, int *height, int *width, int *spacing, int *lineGap);
 

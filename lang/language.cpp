@@ -1,6 +1,7 @@
 #include "lang/language.h"
 
 #include "core/file.h"
+#include "platform/nvram.h"
 
 #include <array>
 #include <cstdio>
@@ -8,6 +9,8 @@
 
 static constexpr const char *PACK_FOLDER = "/sbin/lcd_ml";
 static constexpr const char *PACK_SUBFOLDER = "_auto_lang_";
+static constexpr const char *PANEL_LANGUAGE_KEY = "language_lcd";
+static constexpr const char *WEB_LANGUAGE_KEY = "language";
 
 struct LanguageEntry {
     const char *file;
@@ -44,10 +47,23 @@ int get_lang_id_by_nvram(const char *code)
     return 0;
 }
 
+int get_stored_language()
+{
+    return get_lang_id_by_nvram(Setting(PANEL_LANGUAGE_KEY).text());
+}
+
 const char *get_lang_nvram_value_by_id(int id)
 {
     const LanguageEntry *entry = find_language(id);
     return entry ? entry->nvram_code : "en";
+}
+
+void store_language(int id)
+{
+    const char *code = get_lang_nvram_value_by_id(id);
+    nvram_set(PANEL_LANGUAGE_KEY, code);
+    nvram_set(WEB_LANGUAGE_KEY, code);
+    nvram_commit();
 }
 
 const char *get_lang_file_by_id(int id)

@@ -36,6 +36,12 @@ bool is_wide_language();
 /* The id of an nvram code ("en"); 0 for null and unknown codes. */
 int get_lang_id_by_nvram(const char *code);
 
+/* The id that the settings store names. */
+int get_stored_language();
+
+/* Makes `id` the language of the settings store, of the panel and of the router's web pages. */
+void store_language(int id);
+
 /* The nvram code of an id; "en" when unknown. */
 const char *get_lang_nvram_value_by_id(int id);
 

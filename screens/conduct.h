@@ -6,6 +6,9 @@
 
 struct WidgetState;
 
+constexpr unsigned IDLE_TICKS = 1200; // two minutes without a key
+constexpr unsigned REFRESH_TICKS = 5;
+
 /* Where two minutes without a key lead. */
 enum IdleRule {
     IDLE_STANDARD,        // "LCD power saving" when power saving is on, else "network status"
@@ -20,16 +23,16 @@ enum UpDown {
 };
 
 struct Conduct {
-    LcdTimer *idle_timer = nullptr;     // one per screen; armed to 1200 ticks by every action but a tick
-    LcdTimer *refresh_timer = nullptr;  // shared by a family; null: no periodic redraw
-    void (*draw)(int action) = nullptr; // clears the buffer, draws with the action as step, shows the frame
-    IdleRule idle = IDLE_STANDARD;      // where an expired idle timer leads
-    UpDown up_down = UP_DOWN_DRAW;      // what the up and down keys do
-    unsigned refresh_ticks = 5;         // period of refresh_timer
-    void (*on_enter)() = nullptr;       // set-up before the first draw
-    void (*on_refresh)() = nullptr;     // before each redraw that the refresh timer caused
-    const char *const *items = nullptr; // screens of a list, null-terminated, in the order of its labels
-    WidgetState *list_state = nullptr;  // the list's selection record, reset when an item is restored; null: a page
+    LcdTimer *idle_timer = nullptr;         // one per screen; armed to 1200 ticks by every action but a tick
+    LcdTimer *refresh_timer = nullptr;      // shared by a family; null: no periodic redraw
+    void (*draw)(int action) = nullptr;     // clears the buffer, draws with the action as step, shows the frame
+    IdleRule idle = IDLE_STANDARD;          // where an expired idle timer leads
+    UpDown up_down = UP_DOWN_DRAW;          // what the up and down keys do
+    unsigned refresh_ticks = REFRESH_TICKS; // period of refresh_timer
+    void (*on_enter)() = nullptr;           // set-up before the first draw
+    void (*on_refresh)() = nullptr;         // before each redraw that the refresh timer caused
+    const char *const *items = nullptr;     // screens of a list, null-terminated, in the order of its labels
+    WidgetState *list_state = nullptr;      // the list's selection record, reset when an item is restored; null: a page
     int (*select)(const ScreenEntry *previous) = nullptr; // item to open on, -1: none; null: that of previous
     const char *left = nullptr;                           // target of the left key; null: nothing
     const char *right = nullptr;                          // target of the right key; null: nothing
@@ -38,8 +41,6 @@ struct Conduct {
     void (*on_ok)() = nullptr;            // what ok changes, before its target is entered
     bool menu_key = true;                 // "menu"; false: nothing. An event always leads to "router event".
 };
-
-constexpr unsigned IDLE_TICKS = 1200; // two minutes without a key
 
 /* The handler of a screen that keeps to the conduct. 0. */
 int run_conduct(const Conduct &conduct, const ScreenEntry *previous, int action);

@@ -5,11 +5,13 @@
 #include "core/handlers.h"
 #include "gfx/format.h"
 #include "gfx/frame_buffer.h"
+#include "gfx/glyph.h"
 #include "gfx/text.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
 #include "platform/router.h"
 #include "screens/conduct.h"
+#include "screens/page.h"
 #include "status/time_zone.h"
 
 /* Screen record. */
@@ -35,12 +37,12 @@ static void draw_time()
     char text[16];
     format_text(text, "%u%s%02u", static_cast<unsigned>(local_time.tm_hour - (past_noon ? 12 : 0)),
                 colon_shown ? ":" : " ", static_cast<unsigned>(local_time.tm_min));
-    drawString(124, 48, 3, ALIGN_RIGHT, DRAW_NORMAL, text);
+    drawString(124, 48, FONT_HUGE, ALIGN_RIGHT, DRAW_NORMAL, text);
 }
 
 static void draw_left(int x, int y, const char *text)
 {
-    drawString(x, y, 1, ALIGN_LEFT, DRAW_NORMAL, text);
+    drawString(x, y, FONT_TEXT, ALIGN_LEFT, DRAW_NORMAL, text);
 }
 
 static void draw_date()
@@ -68,7 +70,7 @@ static void draw_date()
 static void draw_half_of_day()
 {
     const bool afternoon = local_time.tm_hour >= 13 || (local_time.tm_hour == 12 && local_time.tm_min > 0);
-    drawString(125, 63, 1, ALIGN_RIGHT, DRAW_NORMAL, ml_str(afternoon ? TEXT_AFTERNOON : TEXT_MORNING));
+    drawString(125, 63, FONT_TEXT, ALIGN_RIGHT, DRAW_NORMAL, ml_str(afternoon ? TEXT_AFTERNOON : TEXT_MORNING));
 }
 
 static void draw_current_time(int action)
@@ -80,9 +82,8 @@ static void draw_current_time(int action)
     draw_date();
     if (clock_12h)
         draw_half_of_day();
-    drawLine(0, is_wide_language() ? 13 : 11, LCD_WIDTH);
-    drawStringScroll(LCD_WIDTH / 2, is_wide_language() ? 12 : 11, 1, ALIGN_CENTER, DRAW_NORMAL,
-                     ml_str(TEXT_STATUS_BOTTOM_LINE), LCD_WIDTH, action, &bottom_line_scroll);
+    draw_status_rule();
+    draw_status_bottom_line(action, &bottom_line_scroll);
     showScreen();
 }
 

@@ -8,15 +8,14 @@
 #include "platform/router.h"
 #include "screens/conduct.h"
 #include "screens/page.h"
+#include "status/wireless.h"
 
-#include <array>
 #include <cstdlib>
 #include <cstring>
 
 static constexpr const char *SWITCH_KEY = "wifi_gacable";
 static constexpr const char *NAME_KEY = "wifi_gssid";
 static constexpr const char *PASSWORD_KEY = "wifi_psk_guest_pwd";
-static constexpr const char *RESTART_COMMAND = "rc wireless restart&";
 static constexpr size_t PASSWORD_LENGTH = 8; // shortest that the network takes, and length of one made here
 
 enum GuestAccess { GUEST_ACCESS_ON, GUEST_ACCESS_OFF, GUEST_ACCESS_UNAVAILABLE, GUEST_ACCESS_NOT_READ };
@@ -68,14 +67,7 @@ static void toggle_guest_access()
             make_password();
     }
     nvram_commit();
-    router_system(RESTART_COMMAND);
-}
-
-using Title = std::array<char, 128>;
-
-static void format_title(Title &title, bool on)
-{
-    format_text(title, "%s\t%s", ml_str(TEXT_GUEST_TITLE), ml_str(on ? TEXT_ON : TEXT_OFF));
+    restart_wireless();
 }
 
 /* "guest access menu": a list, or a notice while guest access cannot be had. */
@@ -84,7 +76,7 @@ static void draw_guest_access_menu(int action)
 {
     const bool on = guest_access_state == GUEST_ACCESS_ON;
     Title title;
-    format_title(title, on);
+    format_on_off_title(title, TEXT_GUEST_TITLE, on);
     const char *const labels[] = {
         ml_str(on ? TEXT_TURN_OFF : TEXT_TURN_ON),
         ml_str(TEXT_GUEST_LOGIN_ITEM),
@@ -128,7 +120,7 @@ static void draw_guest_access_confirm(int action)
 {
     const bool on = get_guest_access_state() == GUEST_ACCESS_ON;
     Title title;
-    format_title(title, on);
+    format_on_off_title(title, TEXT_GUEST_TITLE, on);
     draw_page(title.data(), nullptr, ml_str(on ? TEXT_GUEST_CONFIRM_OFF : TEXT_GUEST_CONFIRM_ON), &state, action);
 }
 
@@ -159,7 +151,7 @@ static void draw_guest_access_info(int action, const char *bottom_line)
 {
     const bool on = get_guest_access_state() == GUEST_ACCESS_ON;
     Title title;
-    format_title(title, on);
+    format_on_off_title(title, TEXT_GUEST_TITLE, on);
     if (!on)
         return draw_page(title.data(), bottom_line, ml_str(TEXT_GUEST_IS_OFF), &state, action);
     fill_login_rows();

@@ -7,28 +7,17 @@
 #include "gfx/bitmap.h"
 #include "gfx/format.h"
 #include "gfx/frame_buffer.h"
+#include "gfx/glyph.h"
 #include "gfx/text.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
 #include "screens/conduct.h"
+#include "screens/page.h"
 #include "status/wireless.h"
 
 /* Screen record. */
 static LcdTimer idle_timer, refresh_timer;
 static ScrollState bottom_line_scroll, name_scroll, count_scroll;
-
-struct LinkPicture {
-    StatusEntry entry;
-    int x;
-    const char *name;
-};
-
-static const LinkPicture link_pictures[] = {
-    {STATUS_INTERNET, 5, "icon_internet"},
-    {STATUS_WAN, 24, "icon_modem"},
-    {STATUS_WIRELESS_CLIENT, 79, "icon_wirelessPC"},
-    {STATUS_SECURITY, 104, "icon_security"},
-};
 
 /* By whether the wired side is shown, then the wireless side. */
 static const char *const router_pictures[2][2] = {
@@ -37,24 +26,30 @@ static const char *const router_pictures[2][2] = {
 };
 
 static constexpr int PICTURE_TOP = 60;
-static constexpr int ROUTER_X = 37;
 
 static bool is_shown(StatusEntry entry)
 {
     return network_status_table[entry].shown == 1;
 }
 
+static void draw_if_shown(StatusEntry entry, int x, const char *picture)
+{
+    if (is_shown(entry))
+        drawFigure(DRAW_NORMAL, x, PICTURE_TOP, picture);
+}
+
 static void draw_pictures()
 {
-    for (const LinkPicture &picture : link_pictures)
-        if (is_shown(picture.entry))
-            drawFigure(DRAW_NORMAL, picture.x, PICTURE_TOP, picture.name);
-    drawFigure(DRAW_NORMAL, ROUTER_X, PICTURE_TOP, router_pictures[is_shown(STATUS_LAN)][is_shown(STATUS_WIRELESS)]);
+    draw_if_shown(STATUS_INTERNET, 5, "icon_internet");
+    draw_if_shown(STATUS_WAN, 24, "icon_modem");
+    drawFigure(DRAW_NORMAL, 37, PICTURE_TOP, router_pictures[is_shown(STATUS_LAN)][is_shown(STATUS_WIRELESS)]);
+    draw_if_shown(STATUS_WIRELESS_CLIENT, 79, "icon_wirelessPC");
+    draw_if_shown(STATUS_SECURITY, 104, "icon_security");
 }
 
 static void draw_centred(int y, const char *text, int action, ScrollState *scroll)
 {
-    drawStringScroll(LCD_WIDTH / 2, y, 1, ALIGN_CENTER, DRAW_NORMAL, text, LCD_WIDTH, action, scroll);
+    drawStringScroll(LCD_WIDTH / 2, y, FONT_TEXT, ALIGN_CENTER, DRAW_NORMAL, text, LCD_WIDTH, action, scroll);
 }
 
 static void draw_network(int client_count, int action)
@@ -80,8 +75,8 @@ static void draw_network_status(int action)
         draw_network(client_count, action);
     else
         draw_centred(34, ml_str(TEXT_WIRELESS_IS_OFF), action, &count_scroll);
-    drawLine(0, is_wide_language() ? 13 : 11, LCD_WIDTH);
-    draw_centred(is_wide_language() ? 12 : 11, ml_str(TEXT_STATUS_BOTTOM_LINE), action, &bottom_line_scroll);
+    draw_status_rule();
+    draw_status_bottom_line(action, &bottom_line_scroll);
     showScreen();
 }
 

@@ -2,7 +2,6 @@
 #include "core/actions.h"
 #include "core/display.h"
 #include "core/handlers.h"
-#include "gfx/format.h"
 #include "gfx/frame_buffer.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
@@ -29,22 +28,23 @@ static bool is_power_saving()
 static void draw_power_save(int action)
 {
     const bool on = is_power_saving();
-    char title[128];
-    format_text(title, "%s\t%s", ml_str(TEXT_POWER_SAVE_TITLE), ml_str(on ? TEXT_ON : TEXT_OFF));
+    Title title;
+    format_on_off_title(title, TEXT_POWER_SAVE_TITLE, on);
     const char *const labels[] = {
         ml_str(on ? TEXT_POWER_SAVE_TURN_OFF : TEXT_POWER_SAVE_TURN_ON),
         ml_str(TEXT_ABOUT_ITEM),
         nullptr,
     };
-    draw_list(title, ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
+    draw_list(title.data(), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
 }
 
 static void draw_power_save_confirm(int action)
 {
     const bool on = is_power_saving();
-    char title[128];
-    format_text(title, "%s\t%s", ml_str(TEXT_POWER_SAVE_TITLE), ml_str(on ? TEXT_ON : TEXT_OFF));
-    draw_page(title, nullptr, ml_str(on ? TEXT_POWER_SAVE_CONFIRM_OFF : TEXT_POWER_SAVE_CONFIRM_ON), &state, action);
+    Title title;
+    format_on_off_title(title, TEXT_POWER_SAVE_TITLE, on);
+    draw_page(title.data(), nullptr, ml_str(on ? TEXT_POWER_SAVE_CONFIRM_OFF : TEXT_POWER_SAVE_CONFIRM_ON), &state,
+              action);
 }
 
 static void draw_power_save_help(int action)

@@ -15,7 +15,6 @@
 #include <cstring>
 
 static constexpr const char *INFO_FILE = "/tmp/lcd/lcd_info"; // names the operation under way
-static constexpr unsigned REFRESH_TICKS = 5;
 static constexpr unsigned SAVE_CONFIG_TICKS = 100;
 
 /* A page of this screen. It acts first and looks at its idle timer last. */
@@ -24,7 +23,8 @@ struct EventPage {
     IdleRule idle;
     void (*draw)(int action);
     bool keys;                          // ok: "network status", menu: "menu"
-    const char *(*on_event)(int event); // the event's target, or null: it goes on as a tick without a redraw
+    const char *(*on_event)(int event); // the event's target, or null: it goes on as a tick without a redraw; without
+                                        // this function an event is as a key that does nothing
 };
 
 enum EventPageIndex { PAGE_LOST_INTERNET, PAGE_SAVE_CONFIG, PAGE_SETUP_WIZARD, PAGE_INFO, PAGE_LOST_LINK };

@@ -50,7 +50,6 @@ static const Conduct security_options = {
     .idle_timer = &options_idle_timer,
     .refresh_timer = &refresh_timer,
     .draw = draw_security_options,
-    .items = security_items,
     .list_state = &state,
     .select = select_item,
     .left = "menu",

@@ -2,12 +2,14 @@
 #include "core/display.h"
 #include "core/handlers.h"
 #include "gfx/frame_buffer.h"
+#include "gfx/glyph.h"
 #include "gfx/shapes.h"
 #include "gfx/text.h"
 #include "gfx/utf8.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
 #include "screens/conduct.h"
+#include "screens/page.h"
 #include "status/traffic.h"
 
 #include <algorithm>
@@ -19,9 +21,8 @@ static LcdTimer total_idle_timer, both_idle_timer;
 static LcdTimer refresh_timer;
 static ScrollState heading_scroll, download_label_scroll, upload_label_scroll, bottom_line_scroll;
 
-static constexpr uint32_t LARGEST_KILO = 1023999; // from the next speed on, the unit is mega
-static constexpr uint32_t SMALL_SPEED = 1000000;  // up to here speed * 180 is sure to fit 32 bits
-static constexpr uint32_t SMALLEST_ANGLE = 5;     // degrees, so that any traffic shows
+static constexpr uint32_t SMALL_SPEED = 1000000; // up to here speed * 180 is sure to fit 32 bits
+static constexpr uint32_t SMALLEST_ANGLE = 5;    // degrees, so that any traffic shows
 static constexpr int FULL_ANGLE = 180;
 
 /* Characters that a dial has room for, by Direction. */
@@ -50,11 +51,6 @@ static Gauge read_gauge(Direction direction)
     return {speed, speed * FULL_ANGLE / peak};
 }
 
-static int base_row()
-{
-    return is_wide_language() ? 13 : 11;
-}
-
 static void draw_dial(const Dial &dial, const Gauge &gauge)
 {
     drawCircle(dial.radius, dial.x, dial.y, FULL_ANGLE);
@@ -74,19 +70,8 @@ static void draw_number(const Number &number, int centre, int right, int y, int 
 
 static void draw_unit(uint32_t speed)
 {
-    drawString(LCD_WIDTH - 1, 63, 1, ALIGN_RIGHT, DRAW_NORMAL,
-               ml_str(speed > LARGEST_KILO ? TEXT_DIAL_UNIT_MEGA : TEXT_DIAL_UNIT_KILO));
-}
-
-static void draw_rule()
-{
-    drawLine(0, base_row(), LCD_WIDTH);
-}
-
-static void draw_bottom_line(int action)
-{
-    drawStringScroll(LCD_WIDTH / 2, is_wide_language() ? 12 : 11, 1, ALIGN_CENTER, DRAW_NORMAL,
-                     ml_str(TEXT_STATUS_BOTTOM_LINE), LCD_WIDTH, action, &bottom_line_scroll);
+    drawString(LCD_WIDTH - 1, 63, FONT_TEXT, ALIGN_RIGHT, DRAW_NORMAL,
+               ml_str(is_mega(speed) ? TEXT_DIAL_UNIT_MEGA : TEXT_DIAL_UNIT_KILO));
 }
 
 static void draw_total_speedometer(int action)
@@ -94,16 +79,16 @@ static void draw_total_speedometer(int action)
     const bool wide = is_wide_language();
     const Gauge gauge = read_gauge(DOWNLOAD);
     clearScreenBuffer();
-    drawStringScroll(0, 63, 1, ALIGN_LEFT, DRAW_NORMAL, ml_str(TEXT_DIAL_HEADING), 35, action, &heading_scroll);
+    drawStringScroll(0, 63, FONT_TEXT, ALIGN_LEFT, DRAW_NORMAL, ml_str(TEXT_DIAL_HEADING), 35, action, &heading_scroll);
     draw_unit(gauge.speed);
     Number number;
     format_dial_value(number, gauge.speed);
     cut_text(number.data(), NUMBER_LENGTH[DOWNLOAD]);
-    draw_number(number, 63, 89, wide ? 44 : 37, 2);
-    drawString(63, wide ? 27 : 22, 1, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_TOTAL));
-    draw_dial({44, 50, 63, base_row()}, gauge);
-    draw_rule();
-    draw_bottom_line(action);
+    draw_number(number, 63, 89, wide ? 44 : 37, FONT_LARGE);
+    drawString(63, wide ? 27 : 22, FONT_TEXT, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_TOTAL));
+    draw_dial({44, 50, 63, status_rule_row()}, gauge);
+    draw_status_rule();
+    draw_status_bottom_line(action, &bottom_line_scroll);
     showScreen();
 }
 
@@ -113,7 +98,7 @@ static void format_numbers(const Gauge (&gauges)[DIRECTION_COUNT], Number (&numb
     const Direction larger = gauges[UPLOAD].speed < gauges[DOWNLOAD].speed ? DOWNLOAD : UPLOAD;
     const Direction smaller = larger == DOWNLOAD ? UPLOAD : DOWNLOAD;
     format_dial_value(numbers[larger], gauges[larger].speed);
-    if (gauges[larger].speed > LARGEST_KILO)
+    if (is_mega(gauges[larger].speed))
         format_dial_value_mega(numbers[smaller], gauges[smaller].speed);
     else
         format_dial_value(numbers[smaller], gauges[smaller].speed);
@@ -124,19 +109,19 @@ static void format_numbers(const Gauge (&gauges)[DIRECTION_COUNT], Number (&numb
 static void draw_download_dial(const Gauge &gauge, const Number &number, int action)
 {
     const bool wide = is_wide_language();
-    drawStringScroll(85, wide ? 27 : 22, 1, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_DOWNLOAD), 54, action,
+    drawStringScroll(85, wide ? 27 : 22, FONT_TEXT, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_DOWNLOAD), 54, action,
                      &download_label_scroll);
-    draw_dial({31, 38, 85, base_row()}, gauge);
-    draw_number(number, 85, 100, wide ? 38 : 33, 1);
+    draw_dial({31, 38, 85, status_rule_row()}, gauge);
+    draw_number(number, 85, 100, wide ? 38 : 33, FONT_TEXT);
 }
 
 static void draw_upload_dial(const Gauge &gauge, const Number &number, int action)
 {
     draw_dial({18, 23, 26, 38}, gauge);
-    draw_number(number, 26, 39, 50, 1);
+    draw_number(number, 26, 39, 50, FONT_TEXT);
     drawLine(1, 38, 50);
-    drawStringScroll(26, is_wide_language() ? 37 : 39, 1, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_UPLOAD), 40,
-                     action, &upload_label_scroll);
+    drawStringScroll(26, is_wide_language() ? 37 : 39, FONT_TEXT, ALIGN_CENTER, DRAW_NORMAL, ml_str(TEXT_DIAL_UPLOAD),
+                     40, action, &upload_label_scroll);
 }
 
 static void draw_upload_download_speedometer(int action)
@@ -149,9 +134,9 @@ static void draw_upload_download_speedometer(int action)
     format_numbers(gauges, numbers);
     draw_unit(std::max(gauges[DOWNLOAD].speed, gauges[UPLOAD].speed));
     draw_download_dial(gauges[DOWNLOAD], numbers[DOWNLOAD], action);
-    draw_rule();
+    draw_status_rule();
     draw_upload_dial(gauges[UPLOAD], numbers[UPLOAD], action);
-    draw_bottom_line(action);
+    draw_status_bottom_line(action, &bottom_line_scroll);
     showScreen();
 }
 

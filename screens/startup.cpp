@@ -1,14 +1,13 @@
 /* The start-up path: the splash, the choice of a language at first use, and two pages of instructions. */
 #include "core/actions.h"
 #include "core/display.h"
-#include "core/file.h"
 #include "core/handlers.h"
 #include "gfx/bitmap.h"
 #include "gfx/frame_buffer.h"
+#include "gfx/glyph.h"
 #include "gfx/text.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
-#include "platform/nvram.h"
 #include "platform/router.h"
 #include "screens/conduct.h"
 #include "screens/page.h"
@@ -35,7 +34,7 @@ static void draw_welcome(int step)
 {
     clearScreenBuffer();
     drawFigure(DRAW_NORMAL, 10, 47, "icon_tarvex");
-    drawString(LCD_WIDTH / 2, 27, 1, ALIGN_CENTER, DRAW_NORMAL, PRODUCT_NAME);
+    drawString(LCD_WIDTH / 2, 27, FONT_TEXT, ALIGN_CENTER, DRAW_NORMAL, PRODUCT_NAME);
     drawRectangle(10, 12, 4, 108);
     /* The part of the bar that is still to come, inside its frame. */
     if (step < WELCOME_LAST_STEP)
@@ -51,7 +50,7 @@ static void show_event(EventId event)
 
 static void finish_welcome()
 {
-    load_language(get_lang_id_by_nvram(Setting("language_lcd").text()));
+    load_language(get_stored_language());
     if (router_exists(FACTORY_MARKER_FILE)) {
         if (gui_loaded)
             show_event(EVENT_SETUP_WIZARD_START);
@@ -124,10 +123,7 @@ static void apply_selected_language()
     if (id == get_current_language())
         return;
     load_language(id);
-    const char *code = get_lang_nvram_value_by_id(id);
-    nvram_set("language_lcd", code);
-    nvram_set("language", code);
-    nvram_commit();
+    store_language(id);
 }
 
 static const Conduct select_language = {

@@ -4,19 +4,11 @@
 #include "gfx/format.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
-#include "platform/nvram.h"
-#include "platform/router.h"
 #include "screens/conduct.h"
 #include "screens/page.h"
 #include "status/wireless.h"
 
-#include <array>
 #include <cstring>
-
-static constexpr const char *RADIO_KEY = "wifi_dot11_mode";
-static constexpr const char *RADIO_OFF = "0";
-static constexpr const char *RADIO_ON = "7";
-static constexpr const char *RESTART_COMMAND = "rc wireless restart&";
 
 /* Screen records, shared but for the idle timers. */
 static LcdTimer radio_idle_timer, switch_idle_timer, info_idle_timer, feature_idle_timer;
@@ -26,8 +18,7 @@ static InfoRow info_rows[4]; // channel, security, channel width, end
 
 static const char *const radio_items[] = {"wireless switch", "show wireless info", "wireless radio feature", nullptr};
 
-using Title = std::array<char, 128>;
-
+/* As format_on_off_title, with a blank before the word. */
 static void format_title(Title &title, bool on)
 {
     format_text(title, "%s\t %s", ml_str(TEXT_WIRELESS_TITLE), ml_str(on ? TEXT_ON : TEXT_OFF));
@@ -53,13 +44,6 @@ static void draw_wireless_switch(int action)
     Title title;
     format_title(title, on);
     draw_page(title.data(), nullptr, ml_str(on ? TEXT_WIRELESS_CONFIRM_OFF : TEXT_WIRELESS_CONFIRM_ON), &state, action);
-}
-
-static void toggle_wireless_radio()
-{
-    nvram_set(RADIO_KEY, is_wireless_radio_on() ? RADIO_OFF : RADIO_ON);
-    nvram_commit();
-    router_system(RESTART_COMMAND);
 }
 
 /* WEP keys of 13 characters, or 26 hexadecimal digits, are the long ones. */

@@ -1,4 +1,4 @@
-/* WPS: its menu, switching it on and off, its help, and the end pages of a push-button pairing. */
+/* WPS: its menu, switching it on and off, its help, and the push-button pairing with its two outcomes. */
 #include "core/actions.h"
 #include "core/file.h"
 #include "core/handlers.h"
@@ -11,7 +11,6 @@
 #include "screens/conduct.h"
 #include "screens/page.h"
 
-#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -30,6 +29,9 @@ static constexpr const char *OVERLAP_FILE = "/var/wps_overlap";
 static constexpr const char *ERROR_FILE = "/var/wps_error";
 
 static constexpr int PAIRING_SECONDS = 120;
+
+/* The halves of a second; a timer takes one tick more than it is armed for. */
+static constexpr unsigned FIRST_HALF_TICKS = 5, SECOND_HALF_TICKS = 4;
 
 /* Screen records, shared by all screens but "WPS start", which has a timer of its own, but for the idle timers. */
 static LcdTimer setup_idle_timer, on_off_idle_timer, help_idle_timer, disabled_idle_timer, complete_idle_timer,
@@ -57,13 +59,6 @@ static void toggle_wps_enable()
     nvram_commit();
 }
 
-using Title = std::array<char, 128>;
-
-static void format_title(Title &title, bool on)
-{
-    format_text(title, "%s\t%s", ml_str(TEXT_WPS_TITLE), ml_str(on ? TEXT_ON : TEXT_OFF));
-}
-
 /* "WPS setup": its items depend on whether WPS is on. */
 
 static const char *const items_on[] = {"WPS start", "wps on-off", "wps help", nullptr};
@@ -72,7 +67,7 @@ static const char *const items_off[] = {"wps on-off", "wps help", nullptr};
 static void draw_wps_setup(bool on, const char *const *labels, int action)
 {
     Title title;
-    format_title(title, on);
+    format_on_off_title(title, TEXT_WPS_TITLE, on);
     draw_list(title.data(), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE), labels, &state, action);
 }
 
@@ -122,7 +117,7 @@ static void draw_wps_on_off(int action)
 {
     const bool on = get_wps_enable() == 1;
     Title title;
-    format_title(title, on);
+    format_on_off_title(title, TEXT_WPS_TITLE, on);
     draw_page(title.data(), ml_str(TEXT_MENU_FAMILY_BOTTOM_LINE),
               ml_str(on ? TEXT_WPS_CONFIRM_OFF : TEXT_WPS_CONFIRM_ON), &state, action);
 }
@@ -255,7 +250,7 @@ static void draw_wps_start(int action)
 static void enter_pairing()
 {
     start_wps_pbc();
-    init_timer(&wps_timer, 5);
+    init_timer(&wps_timer, FIRST_HALF_TICKS);
     wps_phase = true;
     if (wps_countdown == 0)
         wps_countdown = PAIRING_SECONDS;
@@ -273,11 +268,10 @@ static const char *pairing_outcome()
     return wps_countdown == 0 ? "failWPS" : nullptr;
 }
 
-/* A second is one arming of 5 ticks and one of 4, which expire after 6 and 5. */
 static void count_half_second()
 {
     wps_phase = !wps_phase;
-    init_timer(&wps_timer, wps_phase ? 5 : 4);
+    init_timer(&wps_timer, wps_phase ? FIRST_HALF_TICKS : SECOND_HALF_TICKS);
     if (wps_phase)
         wps_countdown--;
 }

@@ -3,6 +3,7 @@
 #include "core/file.h"
 #include "core/number.h"
 #include "gfx/format.h"
+#include "gfx/glyph.h"
 #include "gfx/text.h"
 #include "lang/language.h"
 #include "lang/text_id.h"
@@ -14,7 +15,6 @@
 #include <cstring>
 
 static constexpr const char *LEASE_FILE = "/var/udhcpd.leases";
-static constexpr int FONT = 1;
 static constexpr int ROW_WIDTH = 118; // pixels for name and figure together
 static constexpr const char *PREFIX = "  ";
 static constexpr const char *CUT_MARK = "...";
@@ -77,18 +77,18 @@ static const ComputerSource sources[] = {
 /* Cuts `name` so that it fits in `width` pixels with the mark of a cut behind it. */
 static void cut_name(std::span<char> label, const char *name, int width)
 {
-    const int room = width - getStringWidth(FONT, CUT_MARK, 0);
-    format_text(label, "%.*s%s", countFittingCharacters(FONT, name, room), name, CUT_MARK);
+    const int room = width - getStringWidth(FONT_TEXT, CUT_MARK, 0);
+    format_text(label, "%.*s%s", countFittingCharacters(FONT_TEXT, name, room), name, CUT_MARK);
 }
 
 static void write_label(InfoRow &row, int host)
 {
-    int width = ROW_WIDTH - getStringWidth(FONT, row.value, 0);
-    width -= getStringWidth(FONT, row.prefix, 0);
+    int width = ROW_WIDTH - getStringWidth(FONT_TEXT, row.value, 0);
+    width -= getStringWidth(FONT_TEXT, row.prefix, 0);
     char name[sizeof Lease::host_name + 1];
     if (!lookup_lease_name(host, name, sizeof name) || !is_plain_ascii(name))
         format_text(row.label, "%s.%d", ml_str(TEXT_COMPUTER), host);
-    else if (getStringWidth(FONT, name, 0) <= width)
+    else if (getStringWidth(FONT_TEXT, name, 0) <= width)
         format_text(row.label, "%s", name);
     else
         cut_name(row.label, name, width);

@@ -1,9 +1,10 @@
 #include "status/time_zone.h"
 
-#include "core/file.h"
+#include "platform/nvram.h"
 #include "platform/router.h"
 
 #include <cctype>
+#include <cstdlib>
 #include <cstring>
 
 /* A zone code: three characters that say nothing, a sign, one or two digits of hours, ":", quarters of an hour, ":" and
@@ -95,15 +96,22 @@ static bool in_force(int rule, int year, int leap, int today)
     return today >= start || today <= end;
 }
 
-int daylight_saving()
+static bool is_daylight_saving(const char *zone)
 {
-    const Setting zone("time_zone");
-    if (strlen(zone.text()) <= SIGN_PLACE)
-        return 0;
+    if (strlen(zone) <= SIGN_PLACE)
+        return false;
     tm local = {};
     router_local_time(router_time(), &local);
     for (const ZoneRule &row : zone_rules)
-        if (strstr(zone.text() + SIGN_PLACE, row.code))
+        if (strstr(zone + SIGN_PLACE, row.code))
             return in_force(row.rule, local.tm_year + 1900, local.tm_year % 4 == 0, local.tm_yday + 1);
-    return 0;
+    return false;
+}
+
+int daylight_saving()
+{
+    char *zone = nvram_get("time_zone");
+    const bool saving = zone && is_daylight_saving(zone);
+    free(zone);
+    return saving;
 }

@@ -46,6 +46,11 @@ uint32_t get_peak_speed(Direction direction)
     return peak_speed[direction];
 }
 
+bool is_mega(uint32_t speed)
+{
+    return speed >= FULL_K;
+}
+
 /* `value` in mega units with three decimals, from FULL_K on. */
 static void format_mega(std::span<char> out, uint32_t value)
 {
@@ -57,7 +62,7 @@ static void format_mega(std::span<char> out, uint32_t value)
 
 void format_dial_value(std::span<char> out, uint32_t speed)
 {
-    if (speed >= FULL_K)
+    if (is_mega(speed))
         format_mega(out, speed);
     else
         format_text(out, "%u", speed == 0 ? 0 : std::max(speed / K, 1u));
@@ -65,7 +70,7 @@ void format_dial_value(std::span<char> out, uint32_t speed)
 
 void format_dial_value_mega(std::span<char> out, uint32_t speed)
 {
-    if (speed >= FULL_K)
+    if (is_mega(speed))
         format_mega(out, speed);
     else if (speed == 0)
         format_text(out, "0");
@@ -77,12 +82,12 @@ void format_speed(std::span<char> out, uint32_t speed)
 {
     char number[32];
     format_dial_value(number, speed);
-    format_text(out, "%s%s", number, ml_str(speed >= FULL_K ? TEXT_UNIT_MEGA : TEXT_UNIT_KILO));
+    format_text(out, "%s%s", number, ml_str(is_mega(speed) ? TEXT_UNIT_MEGA : TEXT_UNIT_KILO));
 }
 
-/* A decimal number of any length divided by a small one. */
+/* A decimal number of any length divided by a small one that it reaches. */
 struct Division {
-    char quotient[8]; // the first decimal digits, without leading zeros; "0" for none
+    char quotient[8]; // the first decimal digits, without leading zeros
     uint32_t remainder;
 };
 
@@ -98,8 +103,6 @@ static Division divide(std::string_view digits, uint32_t divisor)
         if ((length > 0 || next != '0') && length + 1 < sizeof result.quotient)
             result.quotient[length++] = next;
     }
-    if (length == 0)
-        result.quotient[0] = '0';
     result.remainder = static_cast<uint32_t>(remainder);
     return result;
 }

@@ -14,6 +14,9 @@ uint32_t read_speed(Direction direction);
 /* The highest speed accepted since the daemon started. */
 uint32_t get_peak_speed(Direction direction);
 
+/* Whether a speed is shown in mega units. */
+bool is_mega(uint32_t speed);
+
 /* A computer's speed with its unit: "1.500M", "999k". */
 void format_speed(std::span<char> out, uint32_t speed);
 

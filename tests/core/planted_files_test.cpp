@@ -1,10 +1,12 @@
 /* What another program of the router may put in place of the daemon's files. */
 #include "core/daemons.h"
 #include "core/display.h"
+#include "core/file.h"
 #include "gfx/frame_buffer.h"
 #include "status/computers.h"
 #include "tests/support/test_root.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace fs = std::filesystem;
@@ -38,6 +40,13 @@ TEST(PlantedFiles, TheDisplayLockFollowsNoLink)
     EXPECT_EQ(printed([] { EXPECT_EQ(write_lcd_data(screenBuffer), -1); }),
               "write_lcd_data: write protect failed, return\n");
     EXPECT_FALSE(fs::exists(root.path("/victim")));
+}
+
+TEST(PlantedFiles, AFullDiskEndsAWrite)
+{
+    const TestRoot root;
+    fs::create_symlink("/dev/full", root.path("/tmp/file"));
+    EXPECT_FALSE(File("/tmp/file", O_WRONLY).write_full("abc", 3));
 }
 
 TEST(PlantedFiles, AListThatDoesNotEndIsLeft)

@@ -37,6 +37,9 @@ TEST(List, KeysMoveTheSelectionThroughTheView)
     WidgetState state = {};
     for (const auto &step : steps)
         EXPECT_EQ(view(letters(4), &state, step.first), step.second) << "at " << &step - steps;
+    state.current = 4;
+    state.cursorRow = 1;
+    EXPECT_EQ(view(letters(5), &state, ACTION_TICK), "[A]|B|C") << "the list has shrunk: the view ends behind it";
 }
 
 TEST(List, EnteringRestoresTheStoredSelection)

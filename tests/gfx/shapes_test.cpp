@@ -23,6 +23,9 @@ TEST(Shapes, LinesArcsAndRefusals)
 {
     const Pixels rising = {{0, 0}, {1, 1}, {2, 1}, {3, 2}, {4, 2}};
     const Pixels half = {{17, 20}, {17, 21}, {18, 22}, {19, 23}, {20, 23}, {21, 23}, {22, 22}, {23, 21}, {23, 20}};
+    Seed seed = {};
+    SeedStack stack;
+    initSeedStack(&stack);
     const struct {
         std::function<void()> draw;
         Pixels pixels;
@@ -45,6 +48,9 @@ TEST(Shapes, LinesArcsAndRefusals)
         {[] { drawBresenhamSector(50, 50, 63, 13, 90); }, {}, "drawBresenhamSector return\n"},
         {[] { drawBresenhamSector(44, 50, 63, 13, 0); }, {}, "drawBresenhamSector return\n"},
         {[] { drawBresenhamSector(44, 50, 63, 13, -1); }, {}, ""},
+        {[&] { pushSeed(&seed, nullptr); }, {}, "Seed or seedStack is empty\n"},
+        {[&] { popSeed(nullptr, &stack); }, {}, "Seed or seedStack is empty\n"},
+        {[&] { popSeed(&seed, &stack); }, {}, "The seed stack is empty\n"},
     };
     for (size_t i = 0; i < std::size(cases); i++) {
         clearScreenBuffer();

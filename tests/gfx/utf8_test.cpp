@@ -34,7 +34,7 @@ TEST(Utf8, WalksSeeTheCharactersAndStopAtTheNul)
                          utf_8_to_ucs2(utf_8_get_char(copy.data(), i, &record)));
                 seen += character;
             }
-            EXPECT_STREQ(utf_8_str_forward(copy.data(), INT32_MAX), "");
+            EXPECT_STREQ(utf_8_str_forward_one(utf_8_str_forward(copy.data(), INT32_MAX)), "");
         });
         EXPECT_EQ(seen, characters);
     }

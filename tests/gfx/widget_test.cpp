@@ -43,6 +43,10 @@ TEST(Widget, RefusesWithoutStateOrRoom)
         {[&] { drawInfo(1, nullptr, "keys", "Text", &state, 0); }, "drawInfo return\n"},
         {[&] { drawRowedInfo(1, nullptr, nullptr, rows, nullptr, 0); }, "drawRowedInfo return\n"},
         {[&] { drawRowedInfo(1, nullptr, nullptr, flat_rows, &state, 0); }, ""},
+        {[&] { drawInfo(1, nullptr, nullptr, nullptr, &state, 0); }, ""},
+        {[&] { drawRowedInfo(1, nullptr, nullptr, nullptr, &state, 0); }, ""},
+        {[] { drawScrollBar(118, 48, 10, 1, 4, 2); },
+         "drawScrollBar return, totalLines 4, barHeight 10, relativeLength 1, relativePosition 2, totalScrBarLen 0\n"},
         /* The spacing where prefix and value join pushes the value out. */
         {[&] { drawRowedInfo(1, nullptr, nullptr, rows, &state, 0); },
          "drawString return, x 118, y 63, strWidth 11, fontHeight 12\n"},

@@ -1,5 +1,5 @@
 /* The router's own daemon on a kernel's real netlink, in namespaces where its real paths are the test's: the same
- * pictures as in the replay, and what it does on a router that is broken. */
+ * pictures as in the replay, and what it does without a driver or a process list. */
 #include "platform/desk/settings_file.h"
 #include "replay/router_files.h"
 #include "replay/script.h"
@@ -9,8 +9,9 @@
 #include <cstring>
 #include <fcntl.h>
 #include <iostream>
-#include <sstream>
+#include <stdexcept>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -86,13 +87,13 @@ TEST(Netlink, CarriesThePicturesOfTheReplay)
         const char *scenario;
         bool with_assets;
     } cases[] = {
-        {"netlink/splash_to_menu_and_back", true},
-        {"scenarios/startup_factory", true},
-        {"scenarios/startup_language", true},
-        {"scenarios/splash_to_menu", false},
+        {"startup_factory", true},
+        {"startup_language", true},
+        {"splash_to_menu", true},
+        {"splash_to_menu", false},
     };
     for (const auto &[name, with_assets] : cases) {
-        const std::string scenario = SOURCE_DIR "/tests/" + std::string(name) + ".scenario";
+        const std::string scenario = SOURCE_DIR "/tests/scenarios/" + std::string(name) + ".scenario";
         const Output expected = replayed(scenario, with_assets), real = played(scenario, with_assets);
         EXPECT_GT(expected.frames.size(), 10u);
         EXPECT_EQ(real.frames, expected.frames) << name;
@@ -100,95 +101,55 @@ TEST(Netlink, CarriesThePicturesOfTheReplay)
     }
 }
 
-/* A daemon with all that it needs, with its splash on the panel. */
-class BrokenRouter : public testing::Test
+TEST(Netlink, CarriesPicturesOnceThereIsADriver)
 {
-protected:
-    PrivateRoot root;
-    RealDaemon daemon{root};
-
-    BrokenRouter() { root.bind(ASSETS, ASSETS_PLACE); }
-
-    /* Two steps of the splash while the fault lasts bring no frame but the message, two steps later frames come. */
-    void lose_frames(const std::string &message)
-    {
-        const size_t frames = daemon.frames().size();
-        daemon.pass(TWO_STEPS);
-        EXPECT_EQ(daemon.frames().size(), frames);
-        EXPECT_TRUE(daemon.printed().ends_with(message + message)) << daemon.printed();
-    }
-    void draw_again()
-    {
-        const size_t frames = daemon.frames().size();
-        const std::string before = daemon.printed();
-        daemon.pass(TWO_STEPS);
-        EXPECT_GE(daemon.frames().size(), frames + 2);
-        EXPECT_EQ(daemon.printed(), before);
-    }
-};
-
-TEST_F(BrokenRouter, WithoutADriver)
-{
-    daemon.start();
-    lose_frames("write_lcd_data: can not create a netlink socket\n");
-    daemon.open_driver();
-    draw_again();
-}
-
-TEST_F(BrokenRouter, WithAReadOnlyTmp)
-{
-    root.mount_memory("/tmp", "");
-    std::filesystem::create_directory(root.path("/tmp/lcd"));
-    root.set_read_only("/tmp", true);
-    daemon.open_driver();
-    daemon.start();
-    lose_frames("write_lcd_data: write protect failed, return\n");
-    root.set_read_only("/tmp", false);
-    draw_again();
-}
-
-TEST_F(BrokenRouter, WithAFullTmp)
-{
-    root.mount_memory("/tmp", "nr_inodes=3"); // itself, /tmp/lcd and one file
-    std::filesystem::create_directory(root.path("/tmp/lcd"));
-    std::ofstream(root.path("/tmp/last"));
-    daemon.open_driver();
-    daemon.start();
-    lose_frames("write_lcd_data: write protect failed, return\n");
-    std::filesystem::remove(root.path("/tmp/last"));
-    draw_again();
-}
-
-TEST_F(BrokenRouter, WithoutAssets)
-{
-    root.mount_memory(ASSETS_PLACE, "");
-    daemon.open_driver();
+    const std::string message = "write_lcd_data: can not create a netlink socket\n";
+    const PrivateRoot root;
+    root.bind(ASSETS, ASSETS_PLACE);
+    RealDaemon daemon(root);
     daemon.start();
     daemon.pass(TWO_STEPS);
-    EXPECT_EQ(daemon.frames().size(), 3u);
-    EXPECT_TRUE(
-        daemon.printed().starts_with("no bitmap for icon_tarvex file name /sbin/lcd_ml/_auto_bitmap_/ICON_TARVEX\n"));
-    root.bind(ASSETS, ASSETS_PLACE);
-    draw_again();
+    const std::string complaints = daemon.printed();
+    EXPECT_TRUE(complaints.ends_with(message + message)) << complaints;
+    daemon.open_driver();
+    daemon.pass(TWO_STEPS);
+    EXPECT_GE(daemon.frames().size(), 2u);
+    EXPECT_EQ(daemon.printed(), complaints);
+}
+
+TEST(Netlink, OutlivesTheReaderOfItsMessages)
+{
+    const PrivateRoot root;
+    const std::string output = root.path(RealDaemon::OUTPUT);
+    ASSERT_EQ(mkfifo(output.c_str(), 0600), 0);
+    const int reader = open(output.c_str(), O_RDWR | O_CLOEXEC);
+    RealDaemon daemon(root);
+    daemon.start();
+    close(reader);
+    daemon.pass(TWO_STEPS); // without a driver, each has a message
 }
 
 /* A process that the list shows as `name`, until it is killed. */
 static pid_t run_under_name(const char *name)
 {
     const pid_t pid = fork();
-    if (pid != 0)
+    if (pid < 0)
+        throw std::runtime_error("no process");
+    if (pid > 0)
         return pid;
     prctl(PR_SET_NAME, name);
     for (;;)
         pause();
 }
 
-TEST_F(BrokenRouter, WithoutProc)
+TEST(Companions, AreSeenInTheProcessList)
 {
-    const auto restarts = [&] { return read_back(root.path("/tmp/lcd/lcd_debug_process")); };
+    const PrivateRoot root;
+    RealDaemon daemon(root);
+    const auto restarts = [&] { return read_file(root.path("/tmp/lcd/lcd_debug_process")); };
     daemon.open_driver();
     daemon.start(); // a sanitizer needs /proc until here
-    root.mount_memory("/proc", "");
+    root.mount_memory("/proc");
     daemon.pass(601);
     EXPECT_EQ(restarts(), "network_status\npc_monitor\n") << "nothing can be seen to run";
     root.bind("/proc", "/proc");

@@ -11,10 +11,9 @@
 
 namespace fs = std::filesystem;
 
-static void mount_or_throw(const char *source, const fs::path &target, const char *type, unsigned long flags,
-                           const char *options)
+static void mount_or_throw(const char *source, const fs::path &target, const char *type, unsigned long flags)
 {
-    if (mount(source, target.c_str(), type, flags, options) < 0)
+    if (mount(source, target.c_str(), type, flags, nullptr) < 0)
         throw std::system_error(errno, std::generic_category(), "mount " + target.string());
 }
 
@@ -43,7 +42,7 @@ PrivateRoot::PrivateRoot()
 {
     char name[] = "/tmp/panel-netlink-XXXXXX";
     top_ = mkdtemp(name);
-    mount_or_throw("none", top_, "tmpfs", 0, nullptr);
+    mount_or_throw("none", top_, "tmpfs", 0);
     for (const char *folder : {"run/panel", "sbin", "tmp/lcd/network_status", "var"})
         fs::create_directories(top_ / folder);
     for (const char *folder : {"bin", "lib", "lib64"})
@@ -62,15 +61,10 @@ PrivateRoot::~PrivateRoot()
 void PrivateRoot::bind(const std::string &folder, const std::string &router_path) const
 {
     fs::create_directories(path(router_path));
-    mount_or_throw(folder.c_str(), path(router_path), nullptr, MS_BIND | MS_REC, nullptr);
+    mount_or_throw(folder.c_str(), path(router_path), nullptr, MS_BIND | MS_REC);
 }
 
-void PrivateRoot::mount_memory(const std::string &router_path, const char *options) const
+void PrivateRoot::mount_memory(const std::string &router_path) const
 {
-    mount_or_throw("none", path(router_path), "tmpfs", 0, options);
-}
-
-void PrivateRoot::set_read_only(const std::string &router_path, bool read_only) const
-{
-    mount_or_throw("none", path(router_path), nullptr, MS_REMOUNT | (read_only ? MS_RDONLY : 0), nullptr);
+    mount_or_throw("none", path(router_path), "tmpfs", 0);
 }

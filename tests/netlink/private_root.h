@@ -19,10 +19,8 @@ public:
 
     /* Shows a folder of this machine at a router path. */
     void bind(const std::string &folder, const std::string &router_path) const;
-    /* Puts a fresh memory disk at a router path; `options` as mount(8) takes them for tmpfs. */
-    void mount_memory(const std::string &router_path, const char *options) const;
-    /* Makes a memory disk read-only, or writable again. */
-    void set_read_only(const std::string &router_path, bool read_only) const;
+    /* Puts a fresh memory disk at a router path. */
+    void mount_memory(const std::string &router_path) const;
 
     /* Where a router path lies for this process. */
     std::filesystem::path path(const std::string &router_path) const { return top_ / router_path.substr(1); }

@@ -18,7 +18,7 @@ using namespace std::string_literals;
 
 static constexpr size_t MESSAGE_BYTES = 1040, HEADER_BYTES = 16;
 static constexpr int PATIENCE_MS = 20000; // a machine under load and sanitizers; a pass takes less than one
-static constexpr const char *OUTPUT = "/run/output", *DRIVER_MARK = "/run/driver";
+static constexpr const char *DRIVER_MARK = "/run/driver";
 
 RealDaemon::~RealDaemon()
 {

@@ -11,6 +11,9 @@
 class RealDaemon
 {
 public:
+    /* The router path where its messages go. */
+    static constexpr const char *OUTPUT = "/run/output";
+
     explicit RealDaemon(const PrivateRoot &root) : root_(root) {}
     ~RealDaemon();
     RealDaemon(const RealDaemon &) = delete;

@@ -22,7 +22,10 @@ static void start_on(const char *name)
 TEST(DeskRootDeathTest, RefusesToStartWithoutAFolderOfItsOwn)
 {
     /* Death tests run before all others: no root is open yet. */
-    for (const char *name : {static_cast<const char *>(nullptr), "", "/", "/nowhere", "/dev/null"})
+    const TempFolder top;
+    const std::string colon = top / "a:b";
+    std::filesystem::create_directory(colon);
+    for (const char *name : {static_cast<const char *>(nullptr), "", "/", "/nowhere", "/dev/null", colon.c_str()})
         EXPECT_EXIT(start_on(name), testing::ExitedWithCode(1), "PANEL_ROOT");
 }
 
@@ -62,6 +65,15 @@ TEST_F(Desk, CommandsReachTheRootAlone)
     const std::string endless(1 << 20, 'x');
     EXPECT_EQ(router_system(endless.c_str()), -1);
     EXPECT_EQ(router_popen(endless.c_str()), nullptr);
+}
+
+TEST_F(Desk, GoesOnWithoutItsSimulator)
+{
+    setenv("PANEL_WATCHED", "yes", 1);
+    errno = 0;
+    EXPECT_EQ(router_open("/tmp/none", O_RDONLY), -1);
+    EXPECT_EQ(errno, ENOENT) << "of the file, not of the way to the simulator";
+    unsetenv("PANEL_WATCHED");
 }
 
 /* A number as this processor keeps it, which is how others on it read what the daemon sends them. */

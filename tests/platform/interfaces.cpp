@@ -55,4 +55,5 @@ TEST(DeskInterfaces, AnswersFromTheFile)
         EXPECT_EQ(query(test.name, SIOCGIFHWADDR), test.hardware_address) << test.name;
         EXPECT_EQ(query(test.name, SIOCGIFMTU), test.mtu) << test.name;
     }
+    EXPECT_EQ(query("ath0", SIOCGIFBRDADDR), NONE) << "the file does not tell";
 }

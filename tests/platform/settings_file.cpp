@@ -4,6 +4,7 @@
 #include "tests/platform/desk_folder.h"
 
 #include <cerrno>
+#include <climits>
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/syscall.h>
@@ -77,9 +78,21 @@ TEST_F(SettingsStore, StaysAsItWasWhenAChangeFails)
     EXPECT_EQ(set("a", "new"), -1);
     EXPECT_EQ(errno, EIO);
     fail_rename = false;
+    const std::filesystem::path next = path.string() + ".new";
+    EXPECT_FALSE(std::filesystem::exists(next));
+    std::filesystem::create_symlink("/dev/full", next);
+    EXPECT_EQ(set("a", "new"), -1);
+    EXPECT_EQ(errno, ENOSPC);
+    std::filesystem::create_directory(next);
+    EXPECT_EQ(set("a", "new"), -1);
+    EXPECT_EQ(errno, EISDIR);
+    std::filesystem::remove(next);
+    EXPECT_EQ(settings_copy({AT_FDCWD, "/tmp"}, file), -1);
     EXPECT_EQ(read_file(path), "a=old\n");
-    EXPECT_FALSE(std::filesystem::exists(path.string() + ".new"));
     EXPECT_EQ(settings_set({AT_FDCWD, "/tmp"}, "a", "1"), -1) << "what cannot be read is not replaced";
+    const std::string longest = std::string(PATH_MAX - path.string().size() - 1, '/') + path.string();
+    EXPECT_EQ(settings_set({AT_FDCWD, longest.c_str()}, "a", "1"), -1) << "no room for the names beside it";
+    EXPECT_EQ(errno, ENAMETOOLONG);
 }
 
 TEST_F(SettingsStore, LosesNothingOfTwoWriters)

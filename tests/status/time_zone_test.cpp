@@ -88,7 +88,8 @@ TEST(TimeZone, FindsTheRuleOfAZone)
 {
     /* On 20 March 2024, when "-9:0" is the only zone of these with daylight saving. */
     const std::pair<const char *, int> cases[] = {
-        {"GMT-", 0}, {"GMT-9:0", 1}, {"-9:0+11:0:1", 0}, {"GMT-9:1", 0}, {"GMT-9:0-7:0:2", 0}, {"GMT+3:0:1-9:0", 1},
+        {"G", 0},       {"GMT-", 0},          {"GMT-9:0", 1},       {"-9:0+11:0:1", 0},
+        {"GMT-9:1", 0}, {"GMT-9:0-7:0:2", 0}, {"GMT+3:0:1-9:0", 1},
     };
     const TestRoot root;
     replay.clock = static_cast<time_t>(sys_seconds(sys_days(2024y / March / 20)).time_since_epoch().count());

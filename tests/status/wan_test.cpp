@@ -2,6 +2,8 @@
 
 #include "tests/support/test_root.h"
 
+#include <sys/resource.h>
+
 static constexpr const char *REGISTER = "/sbin/5416regc 0x4048 2> /dev/null";
 
 TEST(Wan, ReadsTheLinkFromTheRegister)
@@ -72,6 +74,21 @@ TEST(Wan, ReadsAllOfAnInterface)
     IfInfo info = {"ppp0", "", "", "", 0};
     EXPECT_EQ(getIFInfo(&info), -2);
     EXPECT_EQ(info.hwaddr + std::string(info.netmask) + std::to_string(info.mtu), "ff:1f:33:8a:5f:2a255.0.0.01492");
-    replay.interfaces["ppp0"].netmask = "";
-    EXPECT_EQ(getIFInfo(&info), -1) << "one of the queries fails";
+    const ReplayInterface whole = replay.interfaces["ppp0"];
+    for (const auto field :
+         {&ReplayInterface::address, &ReplayInterface::netmask, &ReplayInterface::hardware_address}) {
+        replay.interfaces["ppp0"] = whole;
+        replay.interfaces["ppp0"].*field = "";
+        EXPECT_EQ(getIFInfo(&info), -1) << "one of the queries fails";
+    }
+    replay.interfaces.clear();
+    EXPECT_EQ(getIFInfo(&info), -1) << "all of them fail";
+    rlimit files;
+    getrlimit(RLIMIT_NOFILE, &files);
+    const rlimit none = {0, files.rlim_max};
+    testing::internal::CaptureStderr();
+    setrlimit(RLIMIT_NOFILE, &none);
+    EXPECT_EQ(getIFInfo(&info), -1);
+    setrlimit(RLIMIT_NOFILE, &files);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "user: socket creating failed: Too many open files\n");
 }
