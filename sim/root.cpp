@@ -24,12 +24,18 @@ static constexpr const char *program_links[] = {
     "usr/sbin/pc_monitor", "usr/sbin/rc",
 };
 
-static fs::path make_temporary()
+/* Makes the folder `dir`, or a new one when it has no name. */
+static fs::path make_folder(const fs::path &dir)
 {
-    std::string name = fs::temp_directory_path() / "panel-sim-XXXXXX";
-    if (!mkdtemp(name.data()))
+    const fs::path asked = dir.empty() ? fs::temp_directory_path() / "panel-sim-XXXXXX" : dir;
+    std::string name = fs::weakly_canonical(fs::absolute(asked));
+    if (name.find(':') != std::string::npos)
+        throw std::runtime_error(name + ": the daemon's PATH cannot hold a folder with a colon in its name");
+    if (!dir.empty())
+        fs::create_directories(name);
+    else if (!mkdtemp(name.data()))
         fail(name);
-    return name;
+    return fs::canonical(name);
 }
 
 /* Takes `dir` for this simulator alone: the memory folders are going to be emptied. */
@@ -52,14 +58,9 @@ static void link(const fs::path &target, const fs::path &name)
     fs::create_symlink(fs::canonical(target), name);
 }
 
-Root::Root(const fs::path &dir, const RootSources &sources) : temporary_(dir.empty())
+Root::Root(const fs::path &dir, const RootSources &sources)
+    : dir_(make_folder(dir)), temporary_(dir.empty()), lock_(claim(dir_))
 {
-    if (!temporary_)
-        fs::create_directories(dir);
-    dir_ = fs::canonical(temporary_ ? make_temporary() : dir);
-    if (dir_.string().find(':') != std::string::npos)
-        throw std::runtime_error(dir_.string() + ": the daemon's PATH cannot hold a folder with a colon in its name");
-    lock_ = claim(dir_);
     for (const char *folder : kept_folders)
         fs::create_directories(dir_ / folder);
     for (const char *name : program_links)

@@ -91,19 +91,16 @@ std::string fault_of(const Input &input, std::string_view value)
 
 std::optional<time_t> parse_time(std::string_view text)
 {
-    static constexpr const char *FORMAT = "%Y-%m-%dT%H:%M:%S", *WITHOUT_SECONDS = "%Y-%m-%dT%H:%M";
-    const std::string time(text);
-    for (const char *format : {FORMAT, WITHOUT_SECONDS}) {
-        tm parts = {};
-        const char *end = strptime(time.c_str(), format, &parts);
-        if (!end || end != time.c_str() + time.size())
-            continue;
-        const int day = parts.tm_mday;
-        const time_t seconds = timegm(&parts);
-        /* A day that its month has not would come out as one of the next. */
-        return seconds >= 0 && seconds <= TIME_END && parts.tm_mday == day ? std::optional(seconds) : std::nullopt;
-    }
-    return std::nullopt;
+    static constexpr const char *FORMAT = "%Y-%m-%dT%H:%M:%S";
+    static constexpr size_t WITHOUT_SECONDS = std::string_view("2024-03-10T12:30").size();
+    const std::string time = std::string(text) + (text.size() == WITHOUT_SECONDS ? ":00" : "");
+    tm parts = {};
+    strptime(time.c_str(), FORMAT, &parts);
+    const time_t seconds = timegm(&parts);
+    if (seconds < 0 || seconds > TIME_END)
+        return std::nullopt;
+    /* A month of one digit, or a day that its month has not, comes back in another form. */
+    return format_time(seconds) == time ? std::optional(seconds) : std::nullopt;
 }
 
 std::string format_time(time_t seconds)

@@ -113,9 +113,9 @@ mkdir /out-folder
 rm /out-folder/
 )");
     EXPECT_EQ(played.err, "");
-    EXPECT_EQ(read_back(root.path("/out-file")), std::string("a\0b", 3));
-    EXPECT_EQ(read_back(root.path("/tmp/a/b")), "x");
+    EXPECT_EQ(read_file(root.path("/out-file")), std::string("a\0b", 3));
+    EXPECT_EQ(read_file(root.path("/tmp/a/b")), "x");
     EXPECT_FALSE(std::filesystem::exists(std::filesystem::symlink_status(root.path("/out-folder"))));
-    EXPECT_EQ(read_back(outside.path("/folder/kept")), "as it was");
+    EXPECT_EQ(read_file(outside.path("/folder/kept")), "as it was");
     EXPECT_FALSE(std::filesystem::exists(outside.path("/folder/new")));
 }

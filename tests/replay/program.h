@@ -2,8 +2,8 @@
 #pragma once
 
 #include "tests/support/test_root.h"
+#include "tests/tools/temp_folder.h"
 
-#include <iterator>
 #include <sys/wait.h>
 
 struct ProgramRun {
@@ -11,18 +11,12 @@ struct ProgramRun {
     std::string out, err;
 };
 
-inline std::string read_back(const std::filesystem::path &path)
-{
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
 /* Runs a shell command; what it prints goes through files beside the folders of `root`. */
 inline ProgramRun run(const TestRoot &root, const std::string &command)
 {
     const std::filesystem::path out = root.path("/out"), err = root.path("/err");
     const int status = std::system(("(" + command + ") > " + out.string() + " 2> " + err.string()).c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_back(out), read_back(err)};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, read_file(out), read_file(err)};
 }
 
 /* Plays `script` from standard input on the router below `root`. */

@@ -53,11 +53,11 @@ TEST(Router, NothingIsLeftAtTheEnd)
 
 TEST(Router, TheTemporaryRootGoesAtTheEnd)
 {
-    const TestFolder folder;
-    const pid_t pid = start_panel_sim({"--port", "0"}, folder.path() / "log");
+    const TempFolder folder;
+    const pid_t pid = start_panel_sim({"--port", "0"}, folder / "log");
     std::string line;
     ASSERT_TRUE(eventually([&] {
-        std::ifstream log(folder.path() / "log");
+        std::ifstream log(folder / "log");
         return std::getline(log, line) && !log.eof();
     }));
     const std::filesystem::path root = line.substr(line.rfind(' ') + 1);
@@ -70,12 +70,12 @@ TEST(Router, TheTemporaryRootGoesAtTheEnd)
 TEST(Router, RefusesABadStart)
 {
     Simulator simulator("1");
-    const TestFolder folder;
-    const std::string here = folder.path(), world = folder.path() / "my.world", log = folder.path() / "log";
-    std::filesystem::create_directory(folder.path() / "tmp");
-    std::ofstream(folder.path() / "tmp/precious") << "mine";
-    std::ofstream(world) << "# first\nmoon.phase full\nlink.wan up\nlink.lan\nlink.clients 1000\nkey.ok\n"
-                            "link.power on\n\nlink.power off\nsetting. x\nwifi.name a\\q\n";
+    const TempFolder folder;
+    const std::string here = folder / ".", log = folder / "log";
+    folder.write("tmp/precious", "mine");
+    const std::string world =
+        folder.write("my.world", "# first\nmoon.phase full\nlink.wan up\nlink.lan\nlink.clients 1000\nkey.ok\n"
+                                 "link.power on\n\nlink.power off\nsetting. x\nwifi.name a\\q\n");
     const struct {
         std::vector<std::string> options;
         int status;
@@ -105,5 +105,6 @@ TEST(Router, RefusesABadStart)
         for (const std::string &message : messages)
             EXPECT_NE(printed.find(message), std::string::npos) << message << "\n" << printed;
     }
-    EXPECT_EQ(sim::read_file(folder.path() / "tmp/precious"), "mine");
+    EXPECT_EQ(sim::read_file(folder / "tmp/precious"), "mine");
+    EXPECT_FALSE(std::filesystem::exists(here + "/a:b"));
 }

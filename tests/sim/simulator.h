@@ -5,16 +5,14 @@
 #include "sim/files.h"
 #include "sim/processes.h"
 #include "sim/spawn.h"
+#include "tests/tools/temp_folder.h"
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <gtest/gtest.h>
 #include <httplib.h>
 #include <memory>
-#include <string>
 #include <sys/wait.h>
 #include <thread>
 #include <utility>
@@ -32,21 +30,6 @@ template <typename Condition> bool eventually(Condition holds)
     }
     return true;
 }
-
-/* A folder of a test's own. */
-class TestFolder {
-public:
-    TestFolder() : path_(mkdtemp(name_)) {}
-    ~TestFolder() { std::filesystem::remove_all(path_); }
-    TestFolder(const TestFolder &) = delete;
-    TestFolder &operator=(const TestFolder &) = delete;
-
-    const std::filesystem::path &path() const { return path_; }
-
-private:
-    char name_[32] = "/tmp/panel-sim-test-XXXXXX";
-    const std::filesystem::path path_;
-};
 
 /* panel-sim with `options`, its output in `log`. */
 inline pid_t start_panel_sim(const std::vector<std::string> &options, const std::filesystem::path &log)
@@ -105,7 +88,7 @@ public:
         return end_of(std::exchange(pid_, 0));
     }
 
-    std::filesystem::path root() const { return folder_.path() / "root"; }
+    std::filesystem::path root() const { return folder_ / "root"; }
     std::string printed() const { return sim::read_file(log()).value_or(""); }
     int port() const { return std::stoi(address().substr(std::string("http://127.0.0.1:").size())); }
 
@@ -148,7 +131,7 @@ public:
     std::unique_ptr<httplib::Client> client;
 
 private:
-    std::filesystem::path log() const { return folder_.path() / "log"; }
+    std::filesystem::path log() const { return folder_ / "log"; }
     std::string address() const
     {
         const std::string text = printed();
@@ -156,6 +139,6 @@ private:
         return end == std::string::npos ? "" : text.substr(begin, end - begin);
     }
 
-    const TestFolder folder_;
+    const TempFolder folder_;
     pid_t pid_;
 };

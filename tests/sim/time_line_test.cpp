@@ -35,12 +35,11 @@ static std::string hexadecimal(const std::string &bytes)
 static std::string played(const std::string &script)
 {
     namespace fs = std::filesystem;
-    const TestFolder folder;
-    const fs::path root = folder.path() / "root", assets = "sbin/lcd_ml", file = folder.path() / "run.scenario";
+    const TempFolder folder;
+    const fs::path root = folder / "root", assets = "sbin/lcd_ml", file = folder.write("run.scenario", script);
     fs::create_directories(root / assets);
     fs::create_symlink(BUILT_ROOT / assets / "_auto_bitmap_", root / assets / "_auto_bitmap_");
     fs::copy(BUILT_ROOT / assets / "_auto_lang_", root / assets / "_auto_lang_");
-    std::ofstream(file) << script;
     const std::string trace = output_of(PANEL_REPLAY " --root " + root.string() + " " + file.string() + " 2>&1");
     EXPECT_EQ(trace.find(file.string()), std::string::npos) << trace; // a complaint
     return trace;
@@ -194,9 +193,9 @@ TEST(Pictures, MakeAnAnimation)
 {
     Simulator simulator("pause");
     walk(simulator, {"clock.step", "clock.jump", "key.menu", "clock.step", "key.down", "clock.step"});
-    const TestFolder folder;
-    const std::string path = folder.path() / "recording.gif";
-    std::ofstream(path) << simulator.get("/recording.gif?look=plain&scale=1&from=600").body;
+    const TempFolder folder;
+    const std::string path =
+        folder.write("recording.gif", simulator.get("/recording.gif?look=plain&scale=1&from=600").body);
     GifFileType *gif = DGifOpenFileName(path.c_str(), nullptr);
     ASSERT_TRUE(gif);
     ASSERT_EQ(DGifSlurp(gif), GIF_OK);

@@ -1,7 +1,5 @@
 #include "tests/sim/simulator.h"
 
-#include <fstream>
-
 /* Its settings are in flash too: a reboot does not leave the world. */
 static void expect_world(Simulator &simulator, std::initializer_list<const char *> members, const char *committed)
 {
@@ -12,10 +10,10 @@ static void expect_world(Simulator &simulator, std::initializer_list<const char 
 
 TEST(World, IsWhatTheRouterBeginsWithUntilItEntersAnother)
 {
-    const TestFolder folder;
-    const std::string path = folder.path() / "my.world";
-    std::ofstream(path) << "wifi.name Elsewhere\nlink.wan off\nclock.time 2024-12-24T18:00:00\nclock.speed 10\n"
-                           "panel.factory on\ncomputers.count 1\nsetting.own 5\nfault.bitmap ICON_MODEM\n";
+    const TempFolder folder;
+    const std::string path =
+        folder.write("my.world", "wifi.name Elsewhere\nlink.wan off\nclock.time 2024-12-24T18:00:00\nclock.speed 10\n"
+                                 "panel.factory on\ncomputers.count 1\nsetting.own 5\nfault.bitmap ICON_MODEM\n");
     Simulator simulator("pause", path);
     expect_world(simulator,
                  {"\"wifi.name\":\"Elsewhere\"", "\"link.wan\":\"off\"", "\"speed\":0", "\"panel.factory\":\"on\"",

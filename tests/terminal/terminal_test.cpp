@@ -44,7 +44,7 @@ protected:
     {
         if (!output_of("tmux -V").starts_with("tmux "))
             GTEST_SKIP() << "no tmux here";
-        std::ofstream(path("run")) << "trap : INT\ncd " << folder_.path().string() << "\nstty -g > before\n"
+        std::ofstream(path("run")) << "trap : INT\ncd " << path(".").string() << "\nstty -g > before\n"
                                    << "sh -c 'echo $$ > pid; exec " BUILT_BIN "/panel-sim --terminal --speed 100 "
                                    << "--port 0 --root router'\nwhile :; do stty -g > after; sleep 0.1; done\n";
         tmux("new-session -d -x 132 -y 43 'exec env LC_ALL=C.UTF-8 bash --norc -i'");
@@ -62,7 +62,7 @@ protected:
 
     void TearDown() override { tmux("kill-server"); }
 
-    std::filesystem::path path(const std::string &name) const { return folder_.path() / name; }
+    std::filesystem::path path(const std::string &name) const { return folder_ / name; }
     std::string file(const std::string &name) const { return sim::read_file(path(name)).value_or(""); }
 
     std::string get(const char *path) const
@@ -89,7 +89,7 @@ protected:
         });
     }
 
-    const TestFolder folder_;
+    const TempFolder folder_;
     std::unique_ptr<httplib::Client> client_;
 };
 
