@@ -264,7 +264,11 @@ static void watch(int minutes)
 
 int main(int count, char **words)
 try {
-    watch(count > 1 ? std::atoi(words[1]) : 60);
+    char *end = nullptr;
+    const long minutes = count > 1 ? strtol(words[1], &end, 10) : 60;
+    if (count > 2 || minutes < 1 || minutes > 1000 || (end && *end != '\0'))
+        throw std::invalid_argument("usage: bench-hour [MINUTES]");
+    watch(static_cast<int>(minutes));
     return figures_status();
 } catch (const std::exception &error) {
     fprintf(stderr, "bench-hour: %s\n", error.what());

@@ -13,7 +13,7 @@ void fuzz(Input &in)
 {
     FuzzRouter router;
     use_language(in.number(LANGUAGE_EN, LANGUAGE_KR));
-    const int ticks = in.number(0, 15);
+    const int ticks = in.number(0, 4);
     router.files["/tmp/lcd/lcd_info"] = in.rest();
     set_lcd_event_id(EVENT_INFO);
     switch_screen("router event");

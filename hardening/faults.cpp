@@ -25,7 +25,6 @@
 
 static constexpr int ERRORS[] = {ENOENT, EACCES, EMFILE, ENOMEM, ENOSPC, EINTR, EAGAIN};
 static constexpr unsigned REDRAW_PASSES = 7;
-static constexpr size_t SCREENS = 40;
 static constexpr rlimit LONGEST = {20, 20}; // seconds of processor time; a step takes thousandths
 
 /* What a fault leaves behind, from the best on. */
@@ -210,7 +209,8 @@ struct Tally {
     std::array<unsigned, VERDICTS> verdicts = {};
 };
 static Tally tallies[CALL_KINDS];
-static unsigned sampled, every = 1;
+static constexpr unsigned SAMPLED_WHOLE = 20; // of the first faults of a kind, each is tried
+static unsigned sampled[CALL_KINDS], every = 1;
 
 static void complain(const std::string &line, CallKind kind, unsigned nth, int error)
 {
@@ -221,7 +221,7 @@ static void complain(const std::string &line, CallKind kind, unsigned nth, int e
 static void inject(const Words &step, const std::string &line, const Reference &reference, const WalkRoot &root,
                    const World &before, CallKind kind, unsigned nth, int error)
 {
-    if (sampled++ % every != 0)
+    if (sampled[kind]++ % every != 0 && sampled[kind] > SAMPLED_WHOLE)
         return;
     layer.kind = kind;
     layer.nth = nth;
@@ -274,7 +274,7 @@ static void walk(const char *file, const WalkRoot &root)
         if (!line.words.empty() && !root.play_world_line(line.words))
             walk_step(line.words, place, root);
     }
-    if (visited.size() != SCREENS)
+    if (visited.size() != SCREEN_COUNT)
         throw std::runtime_error("the walk has seen " + std::to_string(visited.size()) + " screens");
 }
 

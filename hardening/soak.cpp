@@ -8,6 +8,7 @@
 #include "platform/replay/replay.h"
 #include "replay/commands.h"
 #include "replay/router_files.h"
+#include "replay/script.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -17,6 +18,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <optional>
 #include <random>
 #include <set>
 #include <stdexcept>
@@ -32,7 +34,6 @@ static constexpr unsigned SCRIPT_LINES = 400; // a failure's script begins at mo
 static constexpr uint32_t BEFORE_WRAP = 3000; // ticks
 static constexpr unsigned REDRAW_PASSES = 7;  // the longest that a redrawn picture stands
 static constexpr unsigned PROGRESS_STEP = 61; // and one of the splash
-static constexpr size_t SCREENS = 40;
 
 static const std::string DISPLAY_LOCK = LCD_LOCK_FILE;
 
@@ -333,7 +334,7 @@ static void soak(const Options &options, const fs::path &root)
             "%ld s of processor time\n",
             options.passes, replay.frame_count, visited.size(), early, resident_kilobytes(), usage.ru_maxrss,
             usage.ru_utime.tv_sec + usage.ru_stime.tv_sec);
-    if (options.passes >= 1000000 && visited.size() != SCREENS)
+    if (options.passes >= 1000000 && visited.size() != SCREEN_COUNT)
         throw std::runtime_error("some screens were never seen");
 }
 
@@ -341,14 +342,14 @@ static bool read_options(int argc, char **argv, Options &options)
 {
     for (int i = 1; i < argc; i++) {
         const std::string_view name = argv[i];
-        if (name == "--wrap")
+        if (name == "--wrap") {
             options.wrap = true;
-        else if (i + 1 < argc && name == "--passes")
-            options.passes = strtoull(argv[++i], nullptr, 10);
-        else if (i + 1 < argc && name == "--seed")
-            options.seed = strtoull(argv[++i], nullptr, 10);
-        else
+            continue;
+        }
+        const auto number = i + 1 < argc ? parse_number(argv[++i], UINT64_MAX) : std::nullopt;
+        if (!number || (name != "--passes" && name != "--seed"))
             return false;
+        (name == "--seed" ? options.seed : options.passes) = *number;
     }
     return true;
 }

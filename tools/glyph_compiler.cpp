@@ -10,7 +10,6 @@
 #include "tools/problems.h"
 
 static constexpr const char *DOCUMENTS = "/usr/share/doc";
-static constexpr std::u32string_view NEVER_DRAWN = U"\t\n\f";
 static constexpr int BLOCK_KIB = 4; // of the file systems that give each file a block of its own
 
 /* Where each character was met first; "" for one that may go without a glyph. */

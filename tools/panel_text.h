@@ -2,6 +2,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+
+/* What lays a text out and needs no glyph: the gap of a title, the ends of a row and of a page. */
+constexpr std::u32string_view NEVER_DRAWN = U"\t\n\f";
 
 /* What a language pack holds for a text: "(empty)" is the empty text, the arrows are the key glyphs 0x10 to 0x12. */
 std::string panel_text(std::string written);

@@ -3,6 +3,7 @@
 #include "tools/charset.h"
 #include "tools/composition.h"
 #include "tools/glyph_files.h"
+#include "tools/panel_text.h"
 #include "tools/problems.h"
 #include "tools/text_rooms.h"
 #include "tools/trial_panel.h"
@@ -10,7 +11,6 @@
 #include <algorithm>
 
 static constexpr std::string_view LINE_BREAKS = "\n\f";
-static constexpr std::u32string_view NEVER_DRAWN = U"\t\n\f";
 static constexpr std::u32string_view KEY_GLYPHS = U"\x10\x11\x12";
 static constexpr int TITLE_GAP = 5; // pixels between the two parts of a title
 
