@@ -11,6 +11,7 @@ die() {
 build_packages=(
     g++ cmake ninja-build binutils pkg-config
     libgettextpo-dev libfreetype-dev libpng-dev libgtest-dev libcpp-httplib-dev libncurses-dev tmux libgif-dev
+    nlohmann-json3-dev
     xfonts-mplus xfonts-75dpi xfonts-efont-unicode xfonts-wqy xfonts-base
 )
 

@@ -30,4 +30,9 @@ void write_file(const std::filesystem::path &path, std::string_view text)
     std::filesystem::rename(fresh, path);
 }
 
+void remove_file(const std::filesystem::path &path)
+{
+    std::filesystem::remove(path);
+}
+
 } // namespace sim

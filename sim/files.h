@@ -17,4 +17,7 @@ std::optional<std::string> read_file(const std::filesystem::path &path);
  * of one path must take turns. Throws std::system_error. */
 void write_file(const std::filesystem::path &path, std::string_view text);
 
+/* Removes `path` if it is there. Throws std::system_error. */
+void remove_file(const std::filesystem::path &path);
+
 } // namespace sim

@@ -10,6 +10,7 @@
 namespace sim {
 
 using namespace std::chrono_literals;
+using httplib::ContentReader;
 using httplib::Request;
 using httplib::Response;
 
@@ -17,24 +18,36 @@ static constexpr const char *JSON = "application/json";
 static constexpr uint64_t MOST_TICKS = 72000; // of a wait: two hours of router time
 static constexpr auto LOOK_PERIOD = 20ms;     // of the look whether the ticks of a wait have passed
 
-/* Lets `handle` answer POST requests that match `pattern`; it gets the body too. A request may come without one and
- * without its length: the library by itself would wait for more. */
+/* The body of a POST request; nothing, and the status, when it does not come whole. The library by itself holds neither
+ * one in chunks nor a packed one to the limit. */
+static std::optional<std::string> read_body(const Request &request, Response &response, const ContentReader &read)
+{
+    std::string body;
+    const auto take = [&body](const char *data, size_t size) {
+        body.append(data, std::min(size, LARGEST_BODY + 1 - body.size()));
+        return body.size() <= LARGEST_BODY;
+    };
+    if (request.is_multipart_form_data())
+        throw BadRequest("a body is the value itself, not a form");
+    /* A request may come without a body and without its length: the library would wait for more. */
+    const bool has_body = request.has_header("Content-Length") || request.has_header("Transfer-Encoding");
+    const bool is_whole = !has_body || read(take);
+    if (body.size() > LARGEST_BODY)
+        response.status = 413;
+    return is_whole ? std::optional(body) : std::nullopt;
+}
+
+/* Lets `handle` answer POST requests that match `pattern`; it gets the body too. */
 template <typename Handle> static void add_post(httplib::Server &server, const char *pattern, Handle handle)
 {
-    server.Post(pattern, [handle](const Request &request, Response &response, const httplib::ContentReader &read) {
-        std::string body;
-        const auto take = [&body](const char *data, size_t size) {
-            body.append(data, size);
-            return true;
-        };
-        const bool has_body = request.has_header("Content-Length") || request.has_header("Transfer-Encoding");
-        if (!has_body || read(take))
-            handle(request, response, body);
+    server.Post(pattern, [handle](const Request &request, Response &response, const ContentReader &read) {
+        if (const auto body = read_body(request, response, read))
+            handle(request, response, *body);
     });
 }
 
 /* Waits until the LCD shows another picture or `ticks` have passed, which a clock that stands still makes meanwhile. */
-void PanelServer::answer_until_change(Response &response, uint64_t ticks)
+void PanelRoutes::answer_until_change(Response &response, uint64_t ticks)
 {
     const Feed &feed = router_.feed();
     const News before = feed.news();
@@ -49,7 +62,7 @@ void PanelServer::answer_until_change(Response &response, uint64_t ticks)
 }
 
 /* Puts the router, as it runs, in a ready world. */
-void PanelServer::answer_world(Response &response, const std::string &name)
+void PanelRoutes::answer_world(Response &response, const std::string &name)
 {
     const std::vector<std::string> worlds = ready_worlds();
     if (std::ranges::find(worlds, name) == worlds.end())
@@ -61,7 +74,7 @@ void PanelServer::answer_world(Response &response, const std::string &name)
 }
 
 /* Gives an input its value. */
-void PanelServer::answer_input(Response &response, const std::string &id, const std::string &value)
+void PanelRoutes::answer_input(Response &response, const std::string &id, const std::string &value)
 {
     const auto input = find_input(id);
     const std::string fault = input ? fault_of(*input, value) : "is no input: GET /inputs lists them";
@@ -74,7 +87,7 @@ void PanelServer::answer_input(Response &response, const std::string &id, const 
     response.status = 204;
 }
 
-void PanelServer::add_inputs()
+void PanelRoutes::add_inputs()
 {
     add_post(server_, "/input/(.+)", [this](const Request &request, Response &response, const std::string &value) {
         answer_input(response, request.matches[1], value);
@@ -91,7 +104,7 @@ void PanelServer::add_inputs()
     add_post(server_, "/world", [this](const Request &, Response &response, const std::string &name) {
         answer_world(response, name);
     });
-    server_.Delete("/input/(.+)", [this](const Request &request, Response &response) {
+    server_.Delete("/input/(.+)", [this](const Request &request, Response &response, const ContentReader &) {
         const std::string id = request.matches[1];
         const auto input = find_input(id);
         if (input && input->group == SETTINGS_GROUP) {
@@ -102,6 +115,14 @@ void PanelServer::add_inputs()
             answer(response, 404, id + " cannot be removed: only setting.KEY can");
         }
     });
+}
+
+/* Without an answer of ours the library would first take in the body, however large it is. */
+void PanelRoutes::refuse_other_bodies()
+{
+    static constexpr const char *ANY = "[\\s\\S]*";
+    const auto refuse = [](const Request &, Response &response, const ContentReader &) { response.status = 404; };
+    server_.Post(ANY, refuse).Put(ANY, refuse).Patch(ANY, refuse).Delete(ANY, refuse);
 }
 
 } // namespace sim

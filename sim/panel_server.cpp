@@ -16,7 +16,6 @@ using httplib::Response;
 static constexpr const char *HOST = "127.0.0.1";
 static constexpr int PORTS_TRIED = 100;
 static constexpr size_t MOST_CONNECTIONS = 200; // of which streams may be MOST_STREAMS
-static constexpr size_t LARGEST_BODY = 4096; // bytes
 static constexpr size_t LONGEST_PATH = 1024; // bytes; the library matches it with a recursion for each
 static constexpr time_t READ_SECONDS = 1;   // a connection that sends nothing for so long is closed
 static constexpr time_t WRITE_SECONDS = 5;
@@ -68,6 +67,8 @@ static std::string refusal(int status)
         return "no such path";
     case 413:
         return "a body has at most " + std::to_string(LARGEST_BODY) + " bytes";
+    case 416:
+        return "no range that can be understood";
     default:
         return "no request that can be understood";
     }
@@ -84,42 +85,35 @@ static int bind_from(httplib::Server &server, int port)
     return 0;
 }
 
-PanelServer::PanelServer(Router &router, int port) : router_(router)
+PanelServer::PanelServer(Router &router, int port) : router_(router), routes_(router, server_, open_port(port))
 {
     server_.new_task_queue = [] { return new ConnectionThreads(MOST_CONNECTIONS); };
     server_.set_keep_alive_max_count(1);
     server_.set_keep_alive_timeout(READ_SECONDS);
     server_.set_read_timeout(READ_SECONDS);
     server_.set_write_timeout(WRITE_SECONDS);
-    server_.set_payload_max_length(LARGEST_BODY);
-    server_.set_tcp_nodelay(true);
-    server_.set_default_headers(common_headers);
-    add_guard();
-    add_page();
-    add_views();
-    add_time_line();
-    add_pictures();
-    add_inputs();
-    open_port(port);
     listener_ = std::thread([this] { server_.listen_after_bind(); });
     /* The library forgets a stop that comes before it listens. */
     while (!server_.is_running())
         std::this_thread::sleep_for(1ms);
 }
 
-void PanelServer::open_port(int port)
+/* The port that is open then. */
+int PanelServer::open_port(int port)
 {
+    server_.set_tcp_nodelay(true);
     /* Without the library's SO_REUSEPORT, with which two simulators would share one port. */
     server_.set_socket_options([this](int socket) {
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
         socket_ = socket;
     });
-    port_ = bind_from(server_, port);
-    if (port_ == 0)
+    const int bound = bind_from(server_, port);
+    if (bound == 0)
         throw std::runtime_error("no free port on " + std::string(HOST) + " from " + std::to_string(port) + " on");
     /* The library lets five connections wait; one more would try again only after a second. */
     listen(socket_, SOMAXCONN);
+    return bound;
 }
 
 PanelServer::~PanelServer()
@@ -129,14 +123,28 @@ PanelServer::~PanelServer()
     listener_.join();
 }
 
-std::string PanelServer::address() const
+PanelRoutes::PanelRoutes(Router &router, httplib::Server &server, int port)
+    : router_(router), server_(server), port_(port)
+{
+    server_.set_payload_max_length(LARGEST_BODY);
+    server_.set_default_headers(common_headers);
+    add_guard();
+    add_page();
+    add_views();
+    add_time_line();
+    add_pictures();
+    add_inputs();
+    refuse_other_bodies();
+}
+
+std::string PanelRoutes::address() const
 {
     return "http://" + std::string(HOST) + ":" + std::to_string(port_);
 }
 
 /* Whether the request comes from our own page or from no page at all, and to us by a name that no other site can have:
  * neither can another site's page press a key, nor can a name that leads here make this page another site's. */
-bool PanelServer::is_ours(const Request &request) const
+bool PanelRoutes::is_ours(const Request &request) const
 {
     for (const std::string name : {HOST, "localhost"}) {
         const std::string host = name + ":" + std::to_string(port_);
@@ -146,13 +154,17 @@ bool PanelServer::is_ours(const Request &request) const
     return false;
 }
 
-void PanelServer::add_guard()
+void PanelRoutes::add_guard()
 {
     server_.set_pre_routing_handler([this](const Request &request, Response &response) {
+        /* The library would give parts even of a refusal, and of a large answer as many as are asked for. */
+        const_cast<Request &>(request).ranges.clear();
         if (!is_ours(request))
             answer(response, 403, "only for the panel's own page, at " + address());
         else if (request.path.size() > LONGEST_PATH)
             answer(response, 414, "a path has at most " + std::to_string(LONGEST_PATH) + " bytes");
+        else if (request.method == "PRI")
+            response.status = 400; // nobody can stop the library from taking its body in
         else
             return httplib::Server::HandlerResponse::Unhandled;
         return httplib::Server::HandlerResponse::Handled;
@@ -175,7 +187,7 @@ void PanelServer::add_guard()
 }
 
 /* The page is its folder; what has another ending is no part of it. */
-void PanelServer::add_page()
+void PanelRoutes::add_page()
 {
     for (const auto &entry : std::filesystem::directory_iterator(PAGE_FOLDER)) {
         const std::filesystem::path &file = entry.path();

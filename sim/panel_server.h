@@ -16,6 +16,7 @@
 namespace sim {
 
 constexpr int MOST_STREAMS = 100;
+constexpr size_t LARGEST_BODY = 4096; // bytes of a request
 
 /* A request that cannot be: answered by 400 with the reason. */
 struct BadRequest : std::runtime_error {
@@ -34,23 +35,25 @@ void answer(httplib::Response &response, int status, const std::string &text);
 uint64_t number_of(const httplib::Request &request, const char *name, uint64_t least, uint64_t most,
                    std::optional<uint64_t> without);
 
-class PanelServer {
+/* What the panel answers. */
+class PanelRoutes {
 public:
-    /* Serves `router` at `port`, or at the next one that is free; 0: at any. Throws std::runtime_error. */
-    PanelServer(Router &router, int port);
-    ~PanelServer();
+    /* Adds them for `router` to `server`, which is reached at `port`. They live as long as it listens. */
+    PanelRoutes(Router &router, httplib::Server &server, int port);
+    PanelRoutes(const PanelRoutes &) = delete;
+    PanelRoutes &operator=(const PanelRoutes &) = delete;
 
     /* "http://127.0.0.1:8064" */
     std::string address() const;
 
 private:
-    void open_port(int port);
     void add_guard();
     void add_page();
     void add_views();
     void add_time_line();
     void add_pictures();
     void add_inputs();
+    void refuse_other_bodies();
     void answer_input(httplib::Response &response, const std::string &id, const std::string &value);
     bool is_ours(const httplib::Request &request) const;
     void answer_until_change(httplib::Response &response, uint64_t ticks);
@@ -59,10 +62,26 @@ private:
     void stream(httplib::Response &response);
 
     Router &router_;
-    httplib::Server server_;
-    int socket_ = -1; // listens; the library's own
-    int port_ = 0;
+    httplib::Server &server_;
+    const int port_;
     std::atomic<int> streams_ = 0;
+};
+
+class PanelServer {
+public:
+    /* Serves `router` at `port`, or at the next one that is free; 0: at any. Throws std::runtime_error. */
+    PanelServer(Router &router, int port);
+    ~PanelServer();
+
+    std::string address() const { return routes_.address(); }
+
+private:
+    int open_port(int port);
+
+    Router &router_;
+    int socket_ = -1; // listens; the library's own
+    httplib::Server server_;
+    PanelRoutes routes_;
     std::thread listener_;
 };
 

@@ -24,7 +24,7 @@ static std::string bytes_of(const Picture &picture)
     return {picture.pixels.begin(), picture.pixels.end()};
 }
 
-void PanelServer::add_views()
+void PanelRoutes::add_views()
 {
     server_.Get("/stream", [this](const Request &, Response &response) { stream(response); });
     server_.Get("/frame", [this](const Request &, Response &response) {
@@ -40,7 +40,7 @@ void PanelServer::add_views()
     });
 }
 
-Picture PanelServer::kept_picture(const Request &request) const
+Picture PanelRoutes::kept_picture(const Request &request) const
 {
     const auto picture = router_.feed().picture(std::strtoull(request.matches[1].str().c_str(), nullptr, 10));
     if (!picture)
@@ -48,7 +48,7 @@ Picture PanelServer::kept_picture(const Request &request) const
     return *picture;
 }
 
-void PanelServer::add_time_line()
+void PanelRoutes::add_time_line()
 {
     server_.Get("/happenings", [this](const Request &request, Response &response) {
         const uint64_t from = number_of(request, "from", 0, UINT64_MAX, 0);
@@ -81,7 +81,7 @@ static unsigned scale_of(const Request &request)
     return static_cast<unsigned>(number_of(request, "scale", 1, LARGEST_SCALE, 4));
 }
 
-void PanelServer::add_pictures()
+void PanelRoutes::add_pictures()
 {
     server_.Get("/screenshot.png", [this](const Request &request, Response &response) {
         const Picture picture = router_.feed().news().picture;
@@ -126,7 +126,7 @@ static std::string events_for(const StreamReader &reader, const News &news, cons
     return events;
 }
 
-void PanelServer::stream(Response &response)
+void PanelRoutes::stream(Response &response)
 {
     if (++streams_ > MOST_STREAMS) {
         --streams_;

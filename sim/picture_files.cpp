@@ -1,7 +1,6 @@
 #include "sim/picture_files.h"
 
 #include "gfx/frame_buffer.h"
-#include "sim/router_time.h"
 
 #include <algorithm>
 #include <array>
@@ -28,10 +27,7 @@ static constexpr Palette lcd_palette = {
     {{0xba, 0xc7, 0xa3}, {0x1b, 0x24, 0x16}, {0xc2, 0xcf, 0xac}, {0x5a, 0x66, 0x4c},
      {0x36, 0x3d, 0x34}, {0x20, 0x26, 0x1e}, {0x3a, 0x41, 0x38}, {0x2a, 0x30, 0x28}}};
 
-static constexpr unsigned SMALLEST_WITH_GAPS = 3;  // scale: below it a gap would be half of a dot
-static constexpr unsigned LONGEST_STILL = 200;     // hundredths of a second
-static constexpr unsigned SHORTEST_STILL = 2;      // viewers take less for none given
-static constexpr unsigned HUNDREDTHS_A_TICK = 100 / TICKS_PER_SECOND;
+static constexpr unsigned SMALLEST_WITH_GAPS = 3; // scale: below it a gap would be half of a dot
 
 static const Palette &palette_of(Look look)
 {
@@ -87,18 +83,6 @@ std::string png_file(const Picture &picture, Look look, unsigned scale)
         throw std::runtime_error(image.message);
     file.resize(size);
     return file;
-}
-
-std::vector<Still> stills_between(const std::vector<Picture> &pictures, uint64_t from, uint64_t to)
-{
-    std::vector<Still> stills;
-    for (size_t i = 0; i < pictures.size(); ++i) {
-        const uint64_t begin = std::max(from, pictures[i].tick);
-        const uint64_t end = i + 1 < pictures.size() ? std::max(begin, pictures[i + 1].tick) : std::max(begin, to);
-        const uint64_t hundredths = std::min<uint64_t>((end - begin) * HUNDREDTHS_A_TICK, LONGEST_STILL);
-        stills.push_back({pictures[i], std::max(static_cast<unsigned>(hundredths), SHORTEST_STILL)});
-    }
-    return stills;
 }
 
 /* An encoder that writes to a text. */

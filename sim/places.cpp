@@ -74,7 +74,7 @@ const Place line_place = {
 const Place marker_place = {
     "existence of the file",
     [](const View &view, const Input &input) {
-        return std::string(std::filesystem::exists(view.router.root() / input.target) ? "on" : "off");
+        return std::string(read_file(view.router.root() / input.target) ? "on" : "off");
     },
     [](Router &router, const Input &input, const std::string &value) {
         const std::string name(input.target);

@@ -232,7 +232,7 @@ void Router::write(const std::string &name, std::string_view text)
 void Router::remove(const std::string &name)
 {
     const std::lock_guard lock(files_mutex_);
-    std::filesystem::remove(root() / name);
+    remove_file(root() / name);
 }
 
 /* Tells everyone what the daemon and the router's other programs have changed. */
