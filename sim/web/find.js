@@ -1,5 +1,7 @@
 // Finding a control among the cards.
 
+import { byId } from './page.js';
+
 // Shows those cards and controls of `place` whose group, label, name or place has what is written in `field`.
 export function connectFind(field, place) {
   field.addEventListener('input', () => {
@@ -12,5 +14,7 @@ export function connectFind(field, place) {
       card.hidden = controls.length > 0 && controls.every((control) => control.hidden);
       if (wanted && !card.hidden) card.open = true;
     }
+    const isFound = [...place.children].some((card) => !card.hidden);
+    byId('none-found').textContent = isFound ? '' : 'No control has this text.';
   });
 }

@@ -58,7 +58,7 @@ function fieldControl(input, give) {
   let late = null; // the value that has come meanwhile
   field.addEventListener('change', () => {
     late = null;
-    if (field.reportValidity()) give(field.value);
+    give(field.value);
   });
   field.addEventListener('blur', () => {
     field.value = late ?? field.value;

@@ -8,20 +8,28 @@ export function element(tag, properties, ...children) {
   return made;
 }
 
-const NEWS_MS = 4000; // how long good news stay; a complaint stays until something succeeds
-let newsEnd = 0;
+const STAY_MS = { news: 4000, complaint: 10000 };
+let end = 0;
+
+// Shows `text` in one of the two toasts, instead of what either shows.
+function toast(id, text) {
+  for (const each of Object.keys(STAY_MS)) byId(each).textContent = '';
+  // An open dialog is above everything that is not part of it.
+  (document.querySelector('dialog[open]') ?? document.body).append(byId(id));
+  byId(id).textContent = text;
+  clearTimeout(end);
+  end = setTimeout(() => { byId(id).textContent = ''; }, STAY_MS[id]);
+}
 
 // Tells what was done.
 export function tell(text) {
-  byId('complaint').textContent = '';
-  byId('news').textContent = text;
-  clearTimeout(newsEnd);
-  newsEnd = setTimeout(() => { byId('news').textContent = ''; }, NEWS_MS);
+  toast('news', text);
 }
 
 // Tells what could not be done, and why; "" takes it back.
 export function complain(text) {
-  byId('complaint').textContent = text;
+  if (text) toast('complaint', text);
+  else byId('complaint').textContent = '';
 }
 
 const TICKS_PER_SECOND = 10;

@@ -1,6 +1,6 @@
 // Pictures, animated recordings and the script: saved and copied as the page shows the LCD, in look and zoom.
 
-import { byId, complain, copy, minutes, save, tell } from './page.js';
+import { byId, copy, minutes, save, tell } from './page.js';
 import { get } from './requests.js';
 
 const LARGEST_ANIMATED = 4; // zoom, at which every picture that is kept can be part of a recording
@@ -65,14 +65,16 @@ export class Recorder {
 
   async #end() {
     const began = this.#began;
-    this.#began = null;
-    const button = byId('record');
-    button.classList.remove('recording');
-    button.textContent = 'Record';
     const now = await tick();
     if (now === null) return;
     const look = this.#asShown(Math.min(this.#lcd.zoom, LARGEST_ANIMATED));
     const response = await get(`/recording.gif?from=${began}&to=${now}&${look}`);
+    // What has not come can be asked for again, but not of another simulator, which began later.
+    if (!response && began <= now) return;
+    this.#began = null;
+    const button = byId('record');
+    button.classList.remove('recording');
+    button.textContent = 'Record';
     if (response) save(await response.blob(), `panel-${began}-${now}.gif`);
   }
 
@@ -98,6 +100,5 @@ export class Recorder {
 
   #saveScript() {
     if (byId('script-name').reportValidity()) save(new Blob([this.#script], { type: 'text/plain' }), this.#scriptFile);
-    else complain('A name has letters, digits, "-" and "_".');
   }
 }

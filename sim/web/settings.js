@@ -8,6 +8,7 @@ const pathOf = (key) => `/input/setting.${encodeURIComponent(key)}`;
 export class Settings {
   #body;
   #rows = new Map();
+  #settings = {};
 
   // A card below `place`.
   constructor(place) {
@@ -28,6 +29,7 @@ export class Settings {
 
   // Shows `settings`, all of them.
   show(settings) {
+    this.#settings = settings;
     for (const [key, row] of this.#rows) {
       if (key in settings) continue;
       row.remove();
@@ -46,10 +48,14 @@ export class Settings {
 
   #row(key) {
     const row = document.getElementById('settings-row').content.firstElementChild.cloneNode(true);
-    row.querySelector('th').textContent = key;
+    // A key that is too long for its column breaks behind an underscore.
+    row.querySelector('th').append(...key.split(/(?<=_)/).flatMap((part) => [part, document.createElement('wbr')]));
     const field = row.querySelector('input');
     field.ariaLabel = key;
-    field.addEventListener('change', () => send(pathOf(key), field.value));
+    field.addEventListener('change', async () => {
+      // A refused value gives way to the one that holds.
+      if (!await send(pathOf(key), field.value)) field.value = this.#settings[key];
+    });
     const button = row.querySelector('button');
     button.ariaLabel = `Remove ${key}`;
     button.addEventListener('click', () => remove(pathOf(key)));

@@ -1,19 +1,12 @@
 // A page that is reloaded, that is not alone, whose daemon dies, whose simulator goes and comes back.
 
 import assert from 'node:assert/strict';
-import { after, before, test } from 'node:test';
-import { Browser } from './browser.mjs';
+import { test } from 'node:test';
 import { untilShown } from './lcd.mjs';
+import { openPanel } from './open_panel.mjs';
 import { Simulator } from './simulator.mjs';
 
-let browser, simulator, page;
-
-before(async () => {
-  [browser, simulator] = await Promise.all([Browser.start(), Simulator.start()]);
-  await simulator.untilHome();
-  page = await browser.open(simulator);
-});
-after(() => Promise.all([browser?.end(), simulator?.end()]));
+const { browser, simulator, page } = await openPanel();
 
 test('after a reload, and in a second window, the page has everything', async () => {
   const count = (await simulator.get('/happenings')).happenings.length;
@@ -43,7 +36,7 @@ test('a killed daemon comes back on the page', async () => {
   await untilShown(page, await simulator.frame());
 });
 
-test('a simulator that goes is told, one that comes back is shown', async () => {
+test('a simulator that goes is told, one that comes back is shown', async (context) => {
   browser.expectFault(/ERR_/);
   const port = Number(new URL(simulator.address).port);
   const lines = Number(await page.locator('#count').textContent());
@@ -51,14 +44,13 @@ test('a simulator that goes is told, one that comes back is shown', async () => 
   await page.getByText('No connection to the router').waitFor();
   await page.keyboard.press('m');
   await page.getByRole('alert').filter({ hasText: 'The router does not answer.' }).waitFor();
-  simulator = await Simulator.start({ port });
-  assert.equal(Number(new URL(simulator.address).port), port);
+  const back = await Simulator.start({ port });
+  context.after(() => back.end());
+  assert.equal(back.address, simulator.address);
   await page.locator('#connection[data-state=live]').waitFor();
-  await simulator.untilChange(600);
-  await untilShown(page, await simulator.frame());
-  const count = (await simulator.get('/happenings')).happenings.length;
+  await back.untilChange(600);
+  await untilShown(page, await back.frame());
+  const count = (await back.get('/happenings')).happenings.length;
   assert.ok(count < lines);
   await page.locator('#count', { hasText: new RegExp(`^${count}$`) }).waitFor();
 });
-
-test('no error on the page, no request to elsewhere', () => browser.check());

@@ -1,7 +1,7 @@
 // A running panel-sim with a router root of its own, ended and removed by end().
 
-import { spawn, spawnSync } from 'node:child_process';
-import { mkdirSync, mkdtempSync, rmSync, symlinkSync, writeFileSync } from 'node:fs';
+import { spawn } from 'node:child_process';
+import { mkdtempSync, rmSync, writeFileSync } from 'node:fs';
 import { tmpdir } from 'node:os';
 import { join } from 'node:path';
 import { fileURLToPath } from 'node:url';
@@ -68,13 +68,13 @@ export class Simulator {
     return (await this.#ask(path)).json();
   }
 
-  async text(path) {
-    return (await this.#ask(path)).text();
+  async bytes(path) {
+    return Buffer.from(await (await this.#ask(path)).arrayBuffer());
   }
 
   // Pixels of what the LCD shows, in hexadecimal digits.
   async frame() {
-    return Buffer.from(await (await this.#ask('/frame')).arrayBuffer()).toString('hex');
+    return (await this.bytes('/frame')).toString('hex');
   }
 
   async post(path, body = '') {
@@ -94,17 +94,5 @@ export class Simulator {
   // Presses keys of the panel, one after the other.
   async press(...keys) {
     for (const key of keys) await this.post(`/key/${key}`);
-  }
-
-  // What panel-replay prints of `script` on a fresh root.
-  replay(script) {
-    const root = join(this.#folder, 'fresh');
-    const file = join(this.#folder, 'panel.scenario');
-    mkdirSync(join(root, 'sbin'), { recursive: true });
-    symlinkSync(join(build, 'root/sbin/lcd_ml'), join(root, 'sbin/lcd_ml'));
-    writeFileSync(file, script);
-    const played = spawnSync(join(build, 'bin/panel-replay'), ['--root', root, file], { encoding: 'latin1', maxBuffer: 1 << 30 });
-    if (played.status !== 0) throw new Error(`panel-replay: ${played.stderr}`);
-    return played.stdout;
   }
 }
