@@ -11,7 +11,7 @@ namespace sim {
 /* Takes the first word off `text`. */
 static std::string take_word(std::string &text)
 {
-    const std::string word = text.substr(0, text.find(' '));
+    std::string word = text.substr(0, text.find(' '));
     text.erase(0, word.size() + 1);
     return word;
 }
