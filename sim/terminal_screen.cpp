@@ -111,28 +111,28 @@ void Screen::show() const
     wrefresh(stdscr);
 }
 
-static void use(Style style)
+static chtype attributes_of(Style style)
 {
     switch (style) {
-    case Style::PLAIN:
-        wattrset(stdscr, A_NORMAL);
-        break;
     case Style::QUIET:
-        wattrset(stdscr, A_DIM);
-        break;
+        return A_DIM;
     case Style::HEADING:
-        wattrset(stdscr, A_BOLD);
-        break;
+        return A_BOLD;
     case Style::MARKED:
-        wattrset(stdscr, A_REVERSE);
-        break;
+        return A_REVERSE;
     case Style::LIT:
-        wattrset(stdscr, has_colors() ? static_cast<int>(COLOR_PAIR(LIT_PAIR)) : A_REVERSE);
-        break;
+        return has_colors() ? static_cast<chtype>(COLOR_PAIR(LIT_PAIR)) : A_REVERSE;
     case Style::DARK:
-        wattrset(stdscr, has_colors() ? static_cast<int>(COLOR_PAIR(DARK_PAIR)) : A_DIM);
+        return has_colors() ? static_cast<chtype>(COLOR_PAIR(DARK_PAIR)) : A_DIM;
+    case Style::PLAIN:
         break;
     }
+    return A_NORMAL;
+}
+
+static void use(Style style)
+{
+    wattrset(stdscr, static_cast<int>(attributes_of(style)));
 }
 
 /* The Unicode character that `bytes` is in UTF-8. */
