@@ -155,7 +155,7 @@ static void draw_help(const Screen &screen)
 /* The least that the picture takes, in words. */
 static void draw_want(const Screen &screen)
 {
-    const CellShape *least = nullptr;
+    const CellShape *least = &cell_shapes().front();
     for (const CellShape &shape : cell_shapes())
         if (!shape.unicode || screen.unicode())
             least = &shape;
