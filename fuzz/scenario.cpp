@@ -21,12 +21,15 @@ static bool is_playable(const std::vector<std::string> &words)
 
 void fuzz(Input &in)
 {
-    static const bool opened = open_router_root(scratch_folder());
-    require(opened, "the folder is a root");
+    static const bool started = [] {
+        const bool opened = open_router_root(scratch_folder());
+        panel_start();
+        return opened;
+    }();
+    require(started, "the folder is a root");
     remove_router_path("/tmp");
     remove_router_path("/var");
     replay = ReplayRouter();
-    panel_start();
     std::istringstream script(in.rest());
     int lines = 0;
     for (std::string text; lines < MOST_LINES && std::getline(script, text); lines++) {
