@@ -1,10 +1,8 @@
 /* The files of the attached computers: the list of their speeds or amounts, and the records of the DHCP server. */
 #include "status/computers.h"
-#include "core/actions.h"
 #include "fuzz/fuzz.h"
 #include "fuzz/router.h"
 #include "gfx/text.h"
-#include "gfx/widget.h"
 #include "lang/language.h"
 
 #include <algorithm>
@@ -32,6 +30,4 @@ void fuzz(Input &in)
         require(width + getStringWidth(1, row.value, 0) <= ROW_WIDTH || std::string_view(row.label).starts_with("0."),
                 "a name is cut to its room");
     }
-    WidgetState state = {};
-    drawRowedInfo(1, "title", nullptr, computer_rows, &state, ACTION_ENTER);
 }

@@ -21,14 +21,14 @@ void fuzz(Input &in)
     const std::vector<char> key = exact(in.text()), value = exact(in.text()), other = exact(in.text());
     write_scratch(path, in.rest());
 
-    const auto before = value_of(store, key.data()), other_before = value_of(store, other.data());
     const std::string name = key.data();
     const bool possible = !name.empty() && name.find_first_of("=\n") == name.npos;
+    const auto expected = possible ? value.data() : value_of(store, key.data());
+    const auto other_before = value_of(store, other.data());
     require((settings_set(store, key.data(), value.data()) == 0) == possible, "a possible key can be set");
-    require(value_of(store, key.data()) == (possible ? value.data() : before), "what is set can be read");
+    require(value_of(store, key.data()) == expected, "what is set can be read");
     /* A key with "=" in it may name a part of another one's value. */
     if (name != other.data() && std::string_view(other.data()).find('=') == std::string_view::npos)
         require(value_of(store, other.data()) == other_before, "no other setting changes");
-    require(settings_copy(store, copy) == 0 && value_of(copy, key.data()) == value_of(store, key.data()),
-            "a copy holds the same");
+    require(settings_copy(store, copy) == 0 && value_of(copy, key.data()) == expected, "a copy holds the same");
 }
